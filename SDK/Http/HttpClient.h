@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "Http/HttpClientBase.h"
+
+/// An HTTP(S) client that keeps its connection alive from one request to the next. One thread at a time.
+///
+/// Certificates are not checked, redirects not followed, no proxy is used. A connect takes at most the connect time-out
+/// for each address; once connected, a transfer may last as long as the server takes.
+class HttpClient : public HttpClientBase {
+ public:
+  /// A body of more bytes than this ends the transfer with libcurl's write error (23): it would otherwise take all
+  /// memory before it ends.
+  static constexpr size_t kMaximumBodySize = size_t{256} << 20;
+
+  HttpClient();
+  ~HttpClient() override;
+  HttpClient(const HttpClient&) = delete;
+  HttpClient& operator=(const HttpClient&) = delete;
+
+  /// One exchange with the server, port, and object that the fields of HttpClientBase name; the query string goes with
+  /// a GET only. `content` may hold any bytes but zero; null sends none.
+  /// @return the body, also an empty one, of a response of status 200.
+  /// @throws HttpException libcurl's code and text if the transfer fails, or the status and "error response received
+  ///         from HTTP server" for any status but 200.
+  virtual std::string get();
+  virtual std::string post(const std::string& content);
+  virtual std::string sendRequest(const std::string& method, const std::string* content);
+
+ private:
+  void* handle_;  // a CURL easy handle
+};

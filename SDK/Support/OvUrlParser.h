@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+/// Splits a URL or a link into its parts. Nothing is percent-decoded, and no part is checked but the port.
+///
+/// The first colon behind the scheme is taken for the port's, wherever it stands: a query value must be free of colons.
+class OvUrlParser {
+ public:
+  /// Fills all parts from `text`, replacing what an earlier call left. A text that is refused leaves the parts as far as
+  /// they were read.
+  /// @throws OvException code 0, "Invalid URL specified.", if `text` has no "://" or a port outside 1 to 65535.
+  void parse(const std::string& text);
+
+  const std::string& url() const { return url_; }        ///< the whole text
+  const std::string& scheme() const { return scheme_; }  ///< what stands before "://" or ":///"
+  const std::string& host() const { return host_; }      ///< empty if not found
+  int32_t port() const { return port_; }                 ///< -1 if the text names none
+  const std::string& path() const { return path_; }      ///< with its leading slash, or empty
+  const std::string& query() const { return query_; }    ///< without its question mark, or empty
+  /// The query's pairs; of a key that stands there twice, the first.
+  const std::map<std::string, std::string>& parameters() const { return parameters_; }
+
+ private:
+  void parseAuthority(size_t position);
+  void parsePathAndQuery(size_t position);
+  void parseParameters();
+
+  std::string url_;
+  std::string host_;
+  int32_t port_ = -1;
+  std::string path_;
+  std::string query_;
+  std::string scheme_;
+  std::map<std::string, std::string> parameters_;
+};

@@ -1,0 +1,20 @@
+# How the tree's targets are declared: one call in the CMakeLists.txt of each folder.
+
+# orvane_sdk_room(PUBLIC_HEADERS a.h ... SOURCES a.cpp ...)
+# Adds a folder of the protocol library to orvane_sdk and installs its public headers.
+function(orvane_sdk_room)
+  cmake_parse_arguments(PARSE_ARGV 0 room "" "" "PUBLIC_HEADERS;SOURCES")
+  target_sources(orvane_sdk_objects PRIVATE ${room_SOURCES})
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME folder)
+  install(FILES ${room_PUBLIC_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orvane/${folder} COMPONENT dev)
+endfunction()
+
+# orvane_add_test(name SOURCES a.cpp ... [LINK library ...])
+# A GoogleTest program whose cases CTest runs one by one. LINK names the layer under test; nothing above it is reachable.
+function(orvane_add_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LINK")
+  add_executable(${name} ${test_SOURCES})
+  target_link_libraries(${name} PRIVATE ${test_LINK} orvane_test_support GTest::gmock GTest::gtest_main)
+  target_precompile_headers(${name} REUSE_FROM orvane_test_precompiled)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
+endfunction()

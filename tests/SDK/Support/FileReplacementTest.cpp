@@ -1,0 +1,79 @@
+#include "Support/FileReplacement.h"
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "Support/TemporaryFolder.h"
+
+using orvane::readFile;
+using orvane::replaceFile;
+
+namespace {
+
+size_t filesIn(const std::filesystem::path& folder) {
+  return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
+}
+
+TEST(FileReplacement, TheNewFileHasExactlyTheBytesAndIsPrivate) {
+  const TemporaryFolder folder;
+  const std::string path = folder.file("a");
+  writeFile(path, "an old content that is longer");
+  chmod(path.c_str(), 0644);
+
+  ASSERT_TRUE(replaceFile(path, "b\0c", 3));
+
+  EXPECT_EQ(readFile(path), std::string("b\0c", 3));
+  struct stat status {};
+  ASSERT_EQ(stat(path.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0600u);
+  EXPECT_EQ(filesIn(folder.path()), 1u);
+}
+
+TEST(FileReplacement, ALinkIsReplacedAndItsTargetLeftAlone) {
+  const TemporaryFolder folder;
+  writeFile(folder.file("target"), "untouched");
+  std::filesystem::create_symlink(folder.file("target"), folder.file("link"));
+
+  ASSERT_TRUE(replaceFile(folder.file("link"), "x", 1));
+
+  EXPECT_EQ(contentOf(folder.file("target")), "untouched");
+  EXPECT_FALSE(std::filesystem::is_symlink(folder.file("link")));
+}
+
+// A file size limit stands in for a full disk: the write fails in the middle.
+TEST(FileReplacement, AFailedWriteLeavesWhatWasThereAndNothingBeside) {
+  const TemporaryFolder folder;
+  const std::string path = folder.file("a");
+  writeFile(path, "old");
+
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{4096, 4096};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const std::string large(100000, 'x');
+    _exit(replaceFile(path, large.data(), large.size()) ? 1 : 0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(contentOf(path), "old");
+  EXPECT_EQ(filesIn(folder.path()), 1u);
+  EXPECT_FALSE(replaceFile(folder.file("missing/folder"), "x", 1));
+}
+
+TEST(FileReplacement, OnlyARegularFileIsRead) {
+  const TemporaryFolder folder;
+  mkfifo(folder.file("pipe").c_str(), 0600);
+  EXPECT_EQ(readFile(folder.file("pipe")), std::nullopt);
+  EXPECT_EQ(readFile(folder.path()), std::nullopt);
+  EXPECT_EQ(readFile(folder.file("missing")), std::nullopt);
+}
+
+}  // namespace

@@ -1,0 +1,91 @@
+#include "Support/OvWriteLog.h"
+
+#include <unistd.h>
+
+#include <regex>
+#include <sstream>
+
+#include "Support/TemporaryFolder.h"
+
+namespace {
+
+class OvWriteLogTest : public testing::Test {
+ protected:
+  OvWriteLogTest() { OvSetLogFile(path_.c_str()); }
+  ~OvWriteLogTest() override {
+    OvSetLogFile("");
+    OvSetLogLevel(2);
+    OvSetLogDelay(0);
+  }
+  std::vector<std::string> lines() const {
+    std::istringstream stream(contentOf(path_));
+    std::vector<std::string> result;
+    for (std::string line; std::getline(stream, line);) result.push_back(line);
+    return result;
+  }
+
+  const TemporaryFolder folder_;
+  const std::string path_ = folder_.file("log");
+};
+
+TEST_F(OvWriteLogTest, ALineHasTimeProcessThreadAndMessage) {
+  OvWriteLog(2, "%s: code %d", "somewhere", 7);
+  ASSERT_EQ(lines().size(), 1u);
+  const std::regex form(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d: (\d+):(\d+): somewhere: code 7)");
+  std::smatch match;
+  const std::string line = lines()[0];
+  ASSERT_TRUE(std::regex_match(line, match, form)) << line;
+  EXPECT_EQ(match[1], std::to_string(getpid()));
+  EXPECT_EQ(match[2], std::to_string(gettid()));
+}
+
+TEST_F(OvWriteLogTest, OnlyLinesUpToTheLevelAreWritten) {
+  OvWriteLog(2, "default level");
+  OvWriteLog(4, "above it");
+  OvSetLogLevel(4);
+  OvWriteLog(5, "still above");
+  OvWriteLog(4, "raised");
+  OvSetLogLevel(0);
+  OvWriteLog(2, "off");
+  ASSERT_EQ(lines().size(), 2u);
+  EXPECT_THAT(lines()[1], testing::EndsWith(": raised"));
+  EXPECT_FALSE(OvIsLogged(2));
+}
+
+TEST_F(OvWriteLogTest, ALineHasNoLimitOfLength) {
+  const std::string message(200000, 'x');
+  OvWriteLog(2, "%s", message.c_str());
+  EXPECT_THAT(lines().at(0), testing::EndsWith(message));
+}
+
+TEST_F(OvWriteLogTest, ARemovedFileIsMadeAnewByTheNextLine) {
+  OvWriteLog(2, "first");
+  OvDeleteLog();
+  EXPECT_FALSE(std::filesystem::exists(path_));
+  OvWriteLog(2, "second");
+  EXPECT_EQ(lines().size(), 1u);
+}
+
+TEST_F(OvWriteLogTest, NoPathNoFileAndABadPathNoHarm) {
+  OvSetLogFile(folder_.file("missing/log").c_str());
+  OvWriteLog(2, "lost");
+  OvSetLogFile((folder_.path().string() + "/" + std::string(600, 'p')).c_str());
+  OvWriteLog(2, "lost");
+  OvSetLogFile(nullptr);
+  OvWriteLog(2, "lost");
+  EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
+}
+
+TEST_F(OvWriteLogTest, LinesOfManyThreadsStayWhole) {
+  const std::string text(500, 'w');
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) {
+    threads.emplace_back([&] {
+      for (int line = 0; line < 50; ++line) OvWriteLog(2, "%s", text.c_str());
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_THAT(lines(), testing::AllOf(testing::SizeIs(200), testing::Each(testing::EndsWith(": " + text))));
+}
+
+}  // namespace
