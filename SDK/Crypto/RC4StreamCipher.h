@@ -7,7 +7,8 @@
 /// is discarded. Enciphering and deciphering are the same operation. One thread at a time for each object.
 class RC4StreamCipher {
  public:
-  /// `key` is `keyLength` bytes, 1 to 256; a longer one has no further effect. The key itself is not kept.
+  /// `key` is `keyLength` bytes, 1 to 256; what is beyond has no effect. The key itself is not kept,
+  /// and the state is wiped at the end.
   RC4StreamCipher(const unsigned char* key, long keyLength);
   ~RC4StreamCipher();
   RC4StreamCipher(const RC4StreamCipher&) = default;

@@ -11,8 +11,10 @@
 /// Hides passwords on the wire and in launch files, and enciphers whole launch files. The keys are the same in every
 /// copy of the program: this keeps secrets from a casual look, not from an attacker.
 ///
-/// A text is at most 255 (1,023) bytes long, its zero included in 256 (1,024): whatever doesn't fit is cut. All functions
-/// may be called on any thread and several at a time.
+/// A text is at most 255 (1,023) bytes long, its zero included in 256 (1,024): whatever doesn't fit is cut. Write no
+/// longer one than 254 (1,022): a peer may take the check sum, which then stands where the zero would, for a character.
+///
+/// A null text or path is an empty one. All functions may be called on any thread and several at a time.
 
 /// @name A text in a scattered block of 256 or 1,024 bytes
 /// @{
@@ -35,7 +37,8 @@ int crypto_encrypt_password(const char* text, char* out, size_t outSize);
 /// damaged.
 int crypto_decrypt256(const char* hex, char* out, size_t outSize);
 int crypto_decrypt1024(const char* hex, char* out, size_t outSize);
-/// The same for 256 bytes; fewer are the older short form, RC4 alone. 0 if there are more than 256.
+/// The same for 256 bytes; fewer are the older short form, RC4 alone, whose text is cut so that its zero fits into `out`.
+/// 0 if there are more than 256.
 int crypto_decrypt_password(const char* hex, char* out, size_t outSize);
 /// @}
 
@@ -50,7 +53,8 @@ void crypto_decrypt(unsigned char* buffer, size_t length);
 int crypto_encrypt_file(const char* path);
 int crypto_decrypt_file(const char* path);
 /// Deciphers in place and moves the content to the front. The content's length, or 0 if `buffer` isn't such a container
-/// or holds no content; what `buffer` then holds is unspecified.
+/// or holds no content. A buffer too short for one, below 19 bytes, stays as it was; otherwise what it then holds is
+/// unspecified.
 size_t crypto_decrypt_buffer(unsigned char* buffer, size_t length);
 /// @}
 
