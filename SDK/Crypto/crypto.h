@@ -37,8 +37,8 @@ int crypto_encrypt_password(const char* text, char* out, size_t outSize);
 /// damaged.
 int crypto_decrypt256(const char* hex, char* out, size_t outSize);
 int crypto_decrypt1024(const char* hex, char* out, size_t outSize);
-/// The same for 256 bytes; fewer are the older short form, RC4 alone, whose text is cut so that its zero fits into `out`.
-/// 0 if there are more than 256.
+/// The same for 256 bytes; fewer are the older short form, RC4 alone, whose text is cut so that its zero fits into
+/// `out`. 0 if there are more than 256.
 int crypto_decrypt_password(const char* hex, char* out, size_t outSize);
 /// @}
 
