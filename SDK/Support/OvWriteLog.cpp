@@ -1,8 +1,5 @@
 #include "Support/OvWriteLog.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <atomic>
 #include <cerrno>
 #include <chrono>
@@ -13,6 +10,9 @@
 #include <mutex>
 #include <string>
 #include <thread>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -77,11 +77,12 @@ bool OvIsLogged(int level) {
 
 void OvWriteLog(int level, const char* format, ...) {
   Log& log = theLog();
+  const int callersErrno = errno;
   const uint32_t delay = log.delay.load(std::memory_order_relaxed);
   if (delay > 0) std::this_thread::sleep_for(std::chrono::milliseconds(delay));
+  errno = callersErrno;
   if (!OvIsLogged(level)) return;
 
-  const int callersErrno = errno;
   va_list arguments;
   va_start(arguments, format);
   const std::string message = formatted(format, arguments);

@@ -8,16 +8,16 @@
 /// Levels in use: 2 errors and failed operations, 4 flow, 5 protocol tracing, 6 the product banner. Tracing shows whole
 /// requests and responses, session cookies and enciphered passwords included.
 ///
-/// A line is the local time as "%Y-%m-%d %H:%M:%S: ", the process and thread identifiers as "%lu:%lu: ", the message and
-/// a line feed. By convention a message starts with the name of the function and ": ".
+/// A line is the local time as "%Y-%m-%d %H:%M:%S: ", the process and thread identifiers as "%lu:%lu: ", the message
+/// and a line feed. By convention a message starts with the name of the function and ": ".
 ///
-/// All functions may be called on any thread; lines of one process never interleave. Nothing here ever fails towards the
-/// caller: a file that can't be opened or written loses the line without a word.
+/// All functions may be called on any thread; lines of one process never interleave. Nothing here ever fails towards
+/// the caller: a file that can't be opened or written loses the line without a word.
 
 /// Writes one line if a log file is set and `level` is at most the log level; else costs two comparisons.
 ///
 /// The file is opened (created 0600) and closed for every line, so that it may be removed or truncated from outside at
-/// any time. `format` is that of printf; the length of a message has no limit.
+/// any time. `format` is that of printf; the length of a message has no limit. errno stays as the caller has it.
 void OvWriteLog(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
 /// True if a line of `level` would be written: lets a caller skip the making of an expensive message.

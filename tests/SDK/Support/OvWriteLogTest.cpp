@@ -1,10 +1,9 @@
-#include "Support/OvWriteLog.h"
-
-#include <unistd.h>
-
 #include <regex>
 #include <sstream>
 
+#include <unistd.h>
+
+#include "Support/OvWriteLog.h"
 #include "Support/TemporaryFolder.h"
 
 namespace {
@@ -74,6 +73,14 @@ TEST_F(OvWriteLogTest, NoPathNoFileAndABadPathNoHarm) {
   OvSetLogFile(nullptr);
   OvWriteLog(2, "lost");
   EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
+}
+
+TEST_F(OvWriteLogTest, ErrnoOutlivesALineThatIsLost) {
+  OvSetLogFile(folder_.file("missing/log").c_str());
+  OvSetLogDelay(1);
+  errno = EDOM;
+  OvWriteLog(2, "%s", std::string(100000, 'x').c_str());
+  EXPECT_EQ(errno, EDOM);
 }
 
 TEST_F(OvWriteLogTest, LinesOfManyThreadsStayWhole) {
