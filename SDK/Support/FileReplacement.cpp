@@ -1,31 +1,15 @@
 #include "Support/FileReplacement.h"
 
+#include <cerrno>
+#include <cstdlib>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstdlib>
-#include <utility>
-
 namespace orvane {
 
 namespace {
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int number() const { return number_; }
-  bool close() { return ::close(std::exchange(number_, -1)) == 0; }
-
- private:
-  int number_;
-};
 
 bool writeAll(int file, const char* bytes, size_t size) {
   while (size > 0) {
@@ -42,32 +26,51 @@ bool writeAll(int file, const char* bytes, size_t size) {
 void syncFolderOf(const std::string& path) {
   const size_t slash = path.rfind('/');
   const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-  const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (descriptor.number() >= 0) fsync(descriptor.number());
+  const FileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (descriptor.isOpen()) fsync(descriptor.number());
 }
 
 }  // namespace
 
-bool replaceFile(const std::string& path, const void* bytes, size_t size) {
-  std::string beside = path + ".XXXXXX";
-  Descriptor file(mkostemp(beside.data(), O_CLOEXEC));  // creates it 0600
-  if (file.number() < 0) return false;
-  if (writeAll(file.number(), static_cast<const char*>(bytes), size) && fsync(file.number()) == 0 && file.close() &&
-      rename(beside.c_str(), path.c_str()) == 0) {
-    syncFolderOf(path);
-    return true;
+FileReplacement::FileReplacement(const std::string& path)
+    : path_(path),
+      beside_(path + ".XXXXXX"),
+      file_(mkostemp(beside_.data(), O_CLOEXEC)),  // creates it 0600
+      isBeside_(file_.isOpen()),
+      failure_(isBeside_ ? 0 : errno) {}
+
+FileReplacement::~FileReplacement() {
+  const int callersErrno = errno;
+  if (isBeside_) unlink(beside_.c_str());
+  errno = callersErrno;
+}
+
+bool FileReplacement::append(const void* bytes, size_t size) {
+  if (failure_ == 0 && !writeAll(file_.number(), static_cast<const char*>(bytes), size)) failure_ = errno;
+  errno = failure_;
+  return failure_ == 0;
+}
+
+bool FileReplacement::moveIntoPlace() {
+  if (failure_ == 0) {
+    isBeside_ = fsync(file_.number()) != 0 || !file_.close() || rename(beside_.c_str(), path_.c_str()) != 0;
+    if (isBeside_) failure_ = errno;
   }
-  const int reason = errno;
-  unlink(beside.c_str());
-  errno = reason;
-  return false;
+  if (failure_ == 0) syncFolderOf(path_);
+  errno = failure_;
+  return failure_ == 0;
+}
+
+bool replaceFile(const std::string& path, const void* bytes, size_t size) {
+  FileReplacement replacement(path);
+  return replacement.append(bytes, size) && replacement.moveIntoPlace();
 }
 
 std::optional<std::string> readFile(const std::string& path) {
   // Not blocking: a pipe at this path must not hold up whoever only wants to look.
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
-  if (file.number() < 0 || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  if (!file.isOpen() || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
   std::string content(static_cast<size_t>(status.st_size), '\0');
   size_t done = 0;
   while (done < content.size()) {

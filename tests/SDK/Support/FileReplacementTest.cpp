@@ -1,14 +1,14 @@
-#include "Support/FileReplacement.h"
+#include <csignal>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
-
+#include "Support/FileReplacement.h"
 #include "Support/TemporaryFolder.h"
 
+using orvane::FileReplacement;
 using orvane::readFile;
 using orvane::replaceFile;
 
@@ -66,6 +66,23 @@ TEST(FileReplacement, AFailedWriteLeavesWhatWasThereAndNothingBeside) {
   EXPECT_EQ(contentOf(path), "old");
   EXPECT_EQ(filesIn(folder.path()), 1u);
   EXPECT_FALSE(replaceFile(folder.file("missing/folder"), "x", 1));
+  EXPECT_EQ(errno, ENOENT);
+}
+
+TEST(FileReplacement, PiecesShowOnlyOnceTheyAreMovedIntoPlace) {
+  const TemporaryFolder folder;
+  const std::string path = folder.file("a");
+  writeFile(path, "old");
+  {
+    FileReplacement abandoned(path);
+    EXPECT_TRUE(abandoned.append("new", 3));
+  }
+  FileReplacement replacement(path);
+  EXPECT_TRUE(replacement.append("ne", 2) && replacement.append("w", 1));
+  EXPECT_EQ(contentOf(path), "old");
+  EXPECT_TRUE(replacement.moveIntoPlace());
+  EXPECT_EQ(contentOf(path), "new");
+  EXPECT_EQ(filesIn(folder.path()), 1u);
 }
 
 TEST(FileReplacement, OnlyARegularFileIsRead) {
