@@ -2,7 +2,7 @@
 
 /// The messages of the protocol layer, as indexes for i18n_get_locale_string.
 enum BuiltInMessage : int {
-  kMessageErrorOccurred = 0,         ///< holds "%d" for the code, except in Chinese
+  kMessageErrorOccurred = 0,  ///< holds "%d" for the code, except in Chinese
   kMessageAccessDenied = 1,
   kMessageInvalidData = 2,
   kMessageNoLogonServers = 3,

@@ -1,11 +1,11 @@
 #include "Support/RandomBytes.h"
 
-#include <sys/random.h>
-
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <random>
+
+#include <sys/random.h>
 
 namespace orvane {
 
