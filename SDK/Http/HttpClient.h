@@ -7,13 +7,17 @@
 
 /// An HTTP(S) client that keeps its connection alive from one request to the next. One thread at a time.
 ///
-/// Certificates are not checked, redirects not followed, no proxy is used. A connect takes at most the connect time-out
-/// for each address; once connected, a transfer may last as long as the server takes.
+/// Certificates are not checked, redirects not followed, no proxy is set (but libcurl heeds the environment's
+/// `http_proxy` and its like). A connect takes at most the connect time-out; once connected, a transfer may last as
+/// long as the server takes.
 class HttpClient : public HttpClientBase {
  public:
   /// A body of more bytes than this ends the transfer with libcurl's write error (23): it would otherwise take all
   /// memory before it ends.
   static constexpr size_t kMaximumBodySize = size_t{256} << 20;
+  /// A URL of more characters than this, the query of a GET included, is refused with libcurl's code for a malformed
+  /// URL (3): it is never cut, as a shorter one would name something else.
+  static constexpr size_t kMaximumUrlLength = 2047;
 
   HttpClient();
   ~HttpClient() override;
@@ -21,7 +25,8 @@ class HttpClient : public HttpClientBase {
   HttpClient& operator=(const HttpClient&) = delete;
 
   /// One exchange with the server, port, and object that the fields of HttpClientBase name; the query string goes with
-  /// a GET only. `content` may hold any bytes but zero; null sends none.
+  /// a GET only. `content` may hold any bytes but zero, and makes a POST of any method; null sends none. At log level 5
+  /// the log shows the URL, the content and the size of each piece of the body as it comes in.
   /// @return the body, also an empty one, of a response of status 200.
   /// @throws HttpException libcurl's code and text if the transfer fails, or the status and "error response received
   ///         from HTTP server" for any status but 200.

@@ -9,11 +9,12 @@ class HttpClientBase {
   virtual ~HttpClientBase() = default;
 
   /// Splits `url` into the fields below. A URL without a port gets 80 for http and 443 for https, one without a path an
-  /// empty object name.
-  /// @throws HttpException with the parser's code and text, or 0 and "The specified URL is invalid" for a scheme other
-  ///         than http and https.
+  /// empty object name. The scheme may be written in any letter case.
+  /// @throws HttpException with the parser's code and text, which leaves all fields as they were; or 0 and "The
+  ///         specified URL is invalid" for a scheme other than http and https, which has changed the protocol and the
+  ///         port (-1 if there is none) already.
   void setURL(const std::string& url);
-  /// The URL that the fields describe, query included.
+  /// The URL that the fields describe, always with its port, and the query if there is one.
   std::string getURL() const;
 
   const std::string& getProtocol() const { return protocol_; }
@@ -33,6 +34,9 @@ class HttpClientBase {
   void setContentType(const std::string& contentType) { contentType_ = contentType; }
   int getConnectTimeout() const { return connectTimeout_; }
   void setConnectTimeout(int seconds) { connectTimeout_ = seconds; }
+
+ protected:
+  std::string getURLWithoutQuery() const;
 
  private:
   std::string url_;

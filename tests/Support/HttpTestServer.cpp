@@ -4,6 +4,7 @@
 #include <cctype>
 #include <climits>
 #include <csignal>
+#include <cstdlib>
 #include <stdexcept>
 #include <string_view>
 
@@ -15,6 +16,9 @@
 #include <unistd.h>
 
 #include "Support/TestCertificate.h"
+
+// A proxy that the environment names must not come between a test and its server. Set before there are threads.
+[[maybe_unused]] static const int kNoProxy = setenv("no_proxy", "*", 1);
 
 /// The bytes of one connection, enciphered or not. Owned by the thread that serves it.
 class HttpTestServer::Connection {

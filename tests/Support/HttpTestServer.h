@@ -32,16 +32,16 @@ class HttpTestServer {
 
   struct Answer {
     int status = 200;
-    std::string body;
+    std::string body{};
     /// Sent in this order. Content-Length is added unless it is among them, so that a test can lie about it.
-    std::vector<std::pair<std::string, std::string>> headers;
+    std::vector<std::pair<std::string, std::string>> headers{};
 
     bool stall = false;           ///< nothing is sent before release() is called
     bool oneByteAtATime = false;  ///< each byte is a packet of its own
     bool endless = false;         ///< the body is repeated, without Content-Length, until the client hangs up
     /// The connection is closed once this many bytes, the head's included, are sent, or all if they are fewer. 0 gives
     /// no answer at all.
-    std::optional<size_t> cutAfter;
+    std::optional<size_t> cutAfter{};
   };
 
   /// Makes the answer to a request; called on the threads of the connections, at the same time if there are several.
