@@ -1,0 +1,70 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <list>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include <httplib.h>
+
+#include "Certificate.h"
+#include "ConnectionStream.h"
+#include "Signal.h"
+
+namespace orvane::demo {
+
+/// An answer and how it is brought.
+struct Answer {
+  enum class Delivery { kWhole, kNone, kCut, kTrickle, kEndless };
+
+  int status = 200;
+  std::string contentType;
+  std::string location;                     ///< the header of this name, if it isn't empty
+  std::shared_ptr<const std::string> body;  ///< null: none
+  Delivery delivery = Delivery::kWhole;
+  size_t cutBehind = 0;  ///< bytes of the body, for kCut
+};
+
+/// HTTP/1.1 over sockets of 127.0.0.1: a thread for each connection, kept alive, and a prompt end.
+///
+/// The HTTP library does the protocol; the sockets and TLS are our own, since a fault has to reach the connection
+/// itself and a stop has to reach a thread that waits.
+class ConnectionServer : private httplib::Server {
+ public:
+  /// Makes the answer to a GET, HEAD or POST, on the connection's thread. May wait on `stream`.
+  using AnswerFunction = std::function<Answer(const httplib::Request&, const ConnectionStream& stream)>;
+
+  /// Listens when it returns; `port` 0 takes any free one. `tls` without a context: plain HTTP. Throws
+  /// std::runtime_error if the port can't be had.
+  ConnectionServer(uint16_t port, TlsIdentity tls, AnswerFunction answer);
+  ~ConnectionServer() override;
+
+  uint16_t port() const { return port_; }
+  size_t acceptedConnections() const { return accepted_; }
+  /// Ends all connections and waits for their threads. A second call does nothing. Not on a connection's thread.
+  void stop();
+
+ private:
+  struct Connection {
+    std::thread thread;
+    std::atomic<bool> finished = false;
+  };
+
+  void acceptConnections();
+  void serve(int socket);
+  void deliver(const httplib::Request& request, httplib::Response& response);
+
+  TlsIdentity tls_;
+  AnswerFunction answer_;
+  Signal stop_;
+  int listener_ = -1;
+  uint16_t port_ = 0;
+  std::atomic<size_t> accepted_ = 0;
+  std::list<Connection> connections_;  // the accepting thread's until it has ended
+  std::thread acceptor_;
+};
+
+}  // namespace orvane::demo
