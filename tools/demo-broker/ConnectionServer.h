@@ -60,8 +60,8 @@ class ConnectionServer : private httplib::Server {
   TlsIdentity tls_;
   AnswerFunction answer_;
   Signal stop_;
-  int listener_ = -1;
-  uint16_t port_ = 0;
+  uint16_t port_ = 0;  // before the listener, which fills it
+  int listener_;
   std::atomic<size_t> accepted_ = 0;
   std::list<Connection> connections_;  // the accepting thread's until it has ended
   std::thread acceptor_;

@@ -65,7 +65,7 @@ bool isVisible(const Application& application, const User& user) {
 
 /// Who logs in with these credentials, or why nobody does.
 const User* checkCredentials(const FarmDescription& farm, const Message& message, Refusal& refusal) {
-  static const User kAnonymous = {.domain = "", .name = "", .password = "", .groups = {kAnonymousGroup}, .refusal = {}};
+  static const User kAnonymous = {.groups = {kAnonymousGroup}};
   if (message.field("anonymous") == "1") {
     if (farm.anonymousAllowed) return &kAnonymous;
     refusal = {kUnknownUser.code, "Anonymous log-in is not allowed."};

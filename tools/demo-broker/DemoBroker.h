@@ -40,7 +40,7 @@ class DemoBroker {
     /// Host names and addresses in the self-signed certificate that HTTPS makes at start.
     std::vector<std::string> certificateNames = {"localhost", "127.0.0.1"};
     /// Called for each request before it is answered, on the connection's thread; several calls may overlap.
-    std::function<void(const RecordedRequest&)> onRequest;
+    std::function<void(const RecordedRequest&)> onRequest{};
   };
 
   /// Listens on 127.0.0.1 when it returns. Throws std::runtime_error if the port can't be had or a certificate name is
