@@ -9,11 +9,13 @@
 
 namespace {
 
+// What tells the bytes of a word that are not ASCII.
+constexpr uint64_t kHighBits = 0x8080808080808080u;
+
 bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
 // Copies the ASCII that `from` starts with, in words as long as it goes: most text is nothing else.
 void copyAsciiRun(const char*& from, const char* end, char*& to) {
-  constexpr uint64_t kHighBits = 0x8080808080808080u;
   for (uint64_t word = 0; end - from >= static_cast<std::ptrdiff_t>(sizeof word);) {
     memcpy(&word, from, sizeof word);
     if (word & kHighBits) break;
@@ -25,7 +27,16 @@ void copyAsciiRun(const char*& from, const char* end, char*& to) {
 }
 
 size_t encodedSize(std::string_view text) {
-  return text.size() + static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char c) { return !isAscii(c); }));
+  size_t size = text.size();
+  const char* from = text.data();
+  const char* const end = from + text.size();
+  for (uint64_t word = 0; end - from >= static_cast<std::ptrdiff_t>(sizeof word); from += sizeof word) {
+    memcpy(&word, from, sizeof word);
+    // The product's top byte is the sum of the word's bytes, each 0 or 1.
+    size += static_cast<size_t>((((word & kHighBits) >> 7) * 0x0101010101010101u) >> 56);
+  }
+  for (; from < end; ++from) size += isAscii(*from) ? 0 : 1;
+  return size;
 }
 
 // `to` has room for encodedSize(text) bytes.
