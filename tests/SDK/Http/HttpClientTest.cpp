@@ -104,7 +104,7 @@ TEST(HttpClient, AQueryGoesWithAGetOnlyAndTheHeadersWithBoth) {
 }
 
 TEST(HttpClient, ABodyHasAllItsBytes) {
-  std::string large(20'000'000, '\0');
+  std::string large(3'000'000, '\0');
   for (size_t i = 0; i < large.size(); ++i) large[i] = static_cast<char>('a' + i % 23);
   for (const std::string& body : {std::string(), std::string("\0\xff\r\n\0", 5), large}) {
     HttpTestServer server(always({.body = body}));
@@ -243,7 +243,7 @@ TEST(HttpClient, ClientsOnSeveralThreadsDoNotMeet) {
       Client client(server->url("/" + std::to_string(number)));
       for (int i = 0; i < 20; ++i) {
         const std::string content(static_cast<size_t>(i) * 1000, static_cast<char>('a' + i));
-        EXPECT_EQ(client.post(content), "POST /" + std::to_string(number) + " " + content);
+        EXPECT_NO_THROW(EXPECT_EQ(client.post(content), "POST /" + std::to_string(number) + " " + content));
       }
     });
   }
