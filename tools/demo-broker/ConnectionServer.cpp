@@ -14,6 +14,8 @@ namespace orvane::demo {
 namespace {
 
 constexpr size_t kLargestRequest = 1 << 20;
+// The library matches paths by a regular expression that recurses for each character.
+constexpr size_t kLongestPath = 1024;
 
 // The library hands its handlers no stream.
 thread_local ConnectionStream* currentStream = nullptr;
@@ -69,8 +71,15 @@ ConnectionServer::ConnectionServer(uint16_t port, TlsIdentity tls, AnswerFunctio
   const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
     deliver(request, response);
   };
-  Get("(.|\n)*", handler);
-  Post("(.|\n)*", handler);
+  const std::string anyPath = R"([\s\S]*)";
+  Get(anyPath, handler);
+  Post(anyPath, handler);
+  set_pre_routing_handler([](const httplib::Request& request, httplib::Response& response) {
+    if (request.path.size() <= kLongestPath) return HandlerResponse::Unhandled;
+    response.status = 414;
+    currentStream->takeNoMoreRequests();
+    return HandlerResponse::Handled;
+  });
   set_payload_max_length(kLargestRequest);
   // The library takes a server without a socket for one that is shutting down, and sends no bodies.
   svr_sock_ = listener_;

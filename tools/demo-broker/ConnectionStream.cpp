@@ -63,8 +63,11 @@ bool ConnectionStream::open() {
 }
 
 bool ConnectionStream::waitForRequest() {
-  if (abandoned_) return false;
-  if (receivedBegin_ < receivedEnd_) return true;
+  if (abandoned_ || noMoreRequests_) return false;
+  return receivedBegin_ < receivedEnd_ || fill();
+}
+
+bool ConnectionStream::fill() {
   const ssize_t count = readSome(received_.data(), received_.size());
   receivedBegin_ = 0;
   receivedEnd_ = count > 0 ? static_cast<size_t>(count) : 0;
@@ -84,7 +87,7 @@ bool ConnectionStream::is_readable() const { return true; }
 bool ConnectionStream::is_writable() const { return !abandoned_ && !stop_.isRaised(); }
 
 ssize_t ConnectionStream::read(char* bytes, size_t size) {
-  if (receivedBegin_ == receivedEnd_ && !waitForRequest()) return -1;
+  if (receivedBegin_ == receivedEnd_ && !fill()) return -1;
   const size_t count = std::min(size, receivedEnd_ - receivedBegin_);
   std::memcpy(bytes, received_.data() + receivedBegin_, count);
   receivedBegin_ += count;

@@ -29,6 +29,8 @@ class ConnectionStream final : public httplib::Stream {
   bool waitFor(const Signal& release) const;
   /// From now on each byte is sent for itself.
   void trickle() { step_ = 1; }
+  /// The connection ends behind the answer in hand.
+  void takeNoMoreRequests() { noMoreRequests_ = true; }
   /// From now on nothing is sent: the connection breaks off where it is.
   void abandon() { abandoned_ = true; }
 
@@ -44,6 +46,8 @@ class ConnectionStream final : public httplib::Stream {
   bool waitForSocket(short events) const;
   /// What a TLS call that didn't succeed waits for; false: it has failed for good.
   bool waitForTls(int result) const;
+  /// Takes in the next bytes. False at the end of the connection.
+  bool fill();
   ssize_t readSome(char* bytes, size_t size);
   ssize_t writeSome(const char* bytes, size_t size);
 
@@ -56,6 +60,7 @@ class ConnectionStream final : public httplib::Stream {
   std::unique_ptr<SSL, FreeTls> tls_;
   size_t step_ = SIZE_MAX;
   bool abandoned_ = false;
+  bool noMoreRequests_ = false;
   // The HTTP parser asks for single bytes.
   std::array<char, 16384> received_;
   size_t receivedBegin_ = 0;

@@ -9,6 +9,7 @@
 
 #include "ConnectionServer.h"
 #include "Conversation.h"
+#include "Crypto/crypto.h"
 #include "FaultList.h"
 
 namespace orvane::demo {
@@ -38,6 +39,20 @@ Answer withBody(std::string text, const std::string& contentType, int status = 2
   answer.contentType = contentType;
   answer.body = std::make_shared<const std::string>(std::move(text));
   return answer;
+}
+
+void replaceAll(std::string& text, std::string_view what, const std::string& replacement) {
+  for (size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += replacement.size()) {
+    text.replace(at, what.size(), replacement);
+  }
+}
+
+/// The name in a Host header, which is how the client reached us.
+std::string hostOf(const httplib::Request& request) {
+  std::string host = request.get_header_value("Host");
+  const size_t colon = host.rfind(':');
+  if (colon != std::string::npos && host.find(']', colon) == std::string::npos) host.resize(colon);
+  return host;
 }
 
 template <typename Pairs>
@@ -95,7 +110,8 @@ class DemoBroker::State {
 
  private:
   Answer answer(const httplib::Request& request, const ConnectionStream& stream);
-  Answer regularAnswer(const std::string& name, const std::optional<Message>& message, const Place& place, bool isPost);
+  Answer regularAnswer(const httplib::Request& request, const std::string& name, const std::optional<Message>& message,
+                       const Place& place);
   Answer faultyAnswer(const Fault& fault, const std::string& name, const ConnectionStream& stream,
                       const std::function<Answer()>& regular);
   std::string xmlType() const {
@@ -121,16 +137,16 @@ Answer DemoBroker::State::answer(const httplib::Request& request, const Connecti
   if (message) entry.fields = message->fields;
   record(entry);
 
-  const auto regular = [&] { return regularAnswer(name, message, place, isPost); };
+  const auto regular = [&] { return regularAnswer(request, name, message, place); };
   const std::optional<Fault> fault = faults.next(name, request.path);
   return fault ? faultyAnswer(*fault, name, stream, regular) : regular();
 }
 
-Answer DemoBroker::State::regularAnswer(const std::string& name, const std::optional<Message>& message,
-                                        const Place& place, bool isPost) {
+Answer DemoBroker::State::regularAnswer(const httplib::Request& request, const std::string& name,
+                                        const std::optional<Message>& message, const Place& place) {
   Answer answer;
   answer.contentType = xmlType();
-  if (isPost) {
+  if (request.method == "POST") {
     if (!place.takesMessages)
       return withBody("Messages go to / or to a path that ends in /proxy.\n", "text/plain", 404);
     answer.body = message ? conversation.answer(*message) : nullptr;
@@ -142,6 +158,12 @@ Answer DemoBroker::State::regularAnswer(const std::string& name, const std::opti
   }
   std::optional<ServedFile> file = conversation.file(place.file);
   if (!file) return withBody("There is no such file.\n", "text/plain", 404);
+  if (file->fillIn) {
+    replaceAll(file->content, "${host}", hostOf(request));
+    replaceAll(file->content, "${port}", std::to_string(request.local_port));
+    replaceAll(file->content, "${https}", useTls ? "1" : "0");
+  }
+  if (file->encipher) file->content = encipheredContainer(file->content);
   return withBody(std::move(file->content), file->contentType);
 }
 

@@ -86,6 +86,10 @@ struct ServedFile {
   std::string path{};  ///< without a leading slash
   std::string contentType = "application/octet-stream";
   std::string content{};
+  /// Answer with the broker's own address, as the request names it, in place of `${host}`, `${port}` and `${https}` (1
+  /// or 0) in the content.
+  bool fillIn = false;
+  bool encipher = false;  ///< answer with the content in the container of launch files
 };
 
 /// A misbehaviour upon request. Of several faults that fit a request, the first in the list acts.
