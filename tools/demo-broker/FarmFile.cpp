@@ -1,6 +1,7 @@
 #include "FarmFile.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 #include "EmbeddedFiles.h"
@@ -81,7 +82,8 @@ void FarmParser::forEachChild(pugi::xml_node parent, const Function& function) {
     if (child.type() == pugi::node_element) {
       function(child);
     } else if (child.type() == pugi::node_pcdata) {
-      failAt(file_, child.offset_debug(), std::string("text has no meaning in <") + parent.name() + ">");
+      const auto blanks = static_cast<ptrdiff_t>(std::strspn(child.value(), " \t\r\n"));
+      failAt(file_, child.offset_debug() + blanks, std::string("text has no meaning in <") + parent.name() + ">");
     }
   }
 }

@@ -1,7 +1,9 @@
-#include <algorithm>
+#include <array>
+#include <cstring>
 
 #include "Crypto/RC4StreamCipher.h"
 #include "RawClient.h"
+#include "Support/TemporaryFolder.h"
 
 using namespace orvane::demo;
 using testing::ElementsAre;
@@ -79,6 +81,161 @@ TEST_P(ConversationTest, ALogInLeadsToTheApplicationsOfTheUser) {
   EXPECT_STREQ(sessions.begin()->child_value("sessionid"), "7");
   EXPECT_EQ(broker_.acceptedConnections(), 5u);
   EXPECT_EQ(broker_.requests("authenticate").at(0).field("username"), "Anna");
+}
+
+TEST_P(ConversationTest, RefusesByCodeOrStatus) {
+  const std::string cookie = logIn(client_, logInRequest("works", "anna", "Gr\xF6\xDF\x65\x31"));
+  const struct {
+    std::string request;
+    const char* code;
+  } cases[] = {
+      {logInRequest("WORKS", "anna", "Gr\xF6\xDF\x65"), "1326"},
+      {logInRequest("OTHER", "anna", "Gr\xF6\xDF\x65\x31"), "1326"},
+      {logInRequest("WORKS", "nobody", ""), "1326"},
+      {logInRequest("", "", "", "<anonymous>1</anonymous>"), "1326"},
+      {logInRequest("WORKS", "late", "wrong"), "1330"},
+      {cookieRequest("getfarmproperties", ""), "1244"},
+      {cookieRequest("getapplicationlist", cookie + "0"), "1244"},
+      {cookieRequest("launchapplication", "x"), "1244"},
+      {cookieRequest("getsessionlist", "x"), "1244"},
+      {cookieRequest("getconnectorinfo", "x"), "1244"},
+      {cookieRequest("launchapplication", cookie, "<appname>cad</appname>"), "1168"},
+      {cookieRequest("launchapplication", cookie, "<appname>broken</appname>"), "21"},
+      {"<authenticateticket-req><ticket>00FF</ticket></authenticateticket-req>", "13"},
+  };
+  for (const auto& [request, code] : cases) {
+    const auto answer = post(client_, request, answer_);
+    EXPECT_STREQ(answer.child_value("errorcode"), code) << request;
+    EXPECT_STRNE(answer.child_value("errortext"), "") << request;
+    EXPECT_FALSE(answer.child("cookie")) << request;
+  }
+  EXPECT_EQ(client_.Post("/", "<authenticate-req><cookie>", "text/xml")->status, 400);
+  EXPECT_EQ(client_.Post("/", "<reboot-req/>", "text/xml")->status, 400);
+  EXPECT_EQ(client_.Post("/elsewhere", cookieRequest("getfarmproperties", cookie), "text/xml")->status, 404);
+  EXPECT_EQ(client_.Get("/elsewhere/proxy/nothing")->status, 404);
+  EXPECT_EQ(client_.Get("/" + std::string(8000, 'a'))->status, 414);
+}
+
+TEST_P(ConversationTest, CookiesExpireOnDemandAndByUse) {
+  const std::string request = logInRequest("", "", "", "<anonymous>1</anonymous>");
+  broker_.changeFarm([](FarmDescription& farm) {
+    farm.anonymousAllowed = true;
+    farm.cookieUses = 2;
+    farm.applications[2].groups = {"anonymous"};
+  });
+  std::string cookie = logIn(client_, request);
+  EXPECT_THAT(applicationNames(client_, cookie), testing::Contains("cad"));
+  broker_.changeFarm([](FarmDescription& farm) { farm.applications.resize(1); });
+  EXPECT_THAT(applicationNames(client_, cookie), ElementsAre("writer"));
+  EXPECT_THAT(applicationNames(client_, cookie), ElementsAre());
+
+  cookie = logIn(client_, request);
+  broker_.expireCookies();
+  EXPECT_STREQ(post(client_, cookieRequest("getfarmproperties", cookie), answer_).child_value("errorcode"), "1244");
+}
+
+TEST_P(ConversationTest, SingleByteTextLeavesAndComesAsLatin1) {
+  broker_.changeFarm([](FarmDescription& farm) { farm.capabilities = std::nullopt; });
+  EXPECT_EQ(client_.Get("/brokerinfo")->body, "<brokerinfo/>");
+  const std::string cookie = logIn(client_, logInRequest("works", "anna", "Gr\xF6\xDF\x65\x31"));
+  const std::string properties = client_.Post("/", cookieRequest("getfarmproperties", cookie), "text/xml")->body;
+  EXPECT_THAT(properties, testing::HasSubstr("<farmname>\xDC"
+                                             "bersee</farmname>"));
+  EXPECT_THAT(properties, testing::Not(testing::HasSubstr("<?xml")));
+  const auto launch = cookieRequest("launchapplication", cookie, "<appname>給与計算</appname>");
+  EXPECT_STREQ(post(client_, launch, answer_).child_value("path"), "C:\\ledger.exe");
+  EXPECT_EQ(broker_.requests("launchapplication").at(0).field("appname").size(), 2 * std::strlen("給与計算"));
+}
+
+TEST_P(ConversationTest, ConnectorInformationComparesConfigurationAndVersion) {
+  const struct {
+    const char *guid, *timestamp, *version, *configStatus, *connectorStatus;
+  } cases[] = {{"", "", "1.9.9", "2", "2"},
+               {"{G}", "20", "1.10", "1", "1"},
+               {"{G}", "19", "1.10.0.1", "2", "1"},
+               {"{H}", "20", "1.9.11", "2", "2"},
+               {"{G}", "20", "", "1", "2"}};
+  const auto ask = [&](const auto& row) {
+    return post(client_,
+                cookieRequest("getconnectorinfo", "",
+                              std::string("<connectorinfo><connectorversion>") + row.version +
+                                  "</connectorversion><configguid>" + row.guid + "</configguid><configtimestamp>" +
+                                  row.timestamp + "</configtimestamp></connectorinfo>"),
+                answer_);
+  };
+  for (const auto& row : cases) {
+    const auto answer = ask(row);
+    EXPECT_STREQ(answer.child_value("config-status"), row.configStatus) << row.guid << row.timestamp;
+    EXPECT_STREQ(answer.child_value("connector-status"), row.connectorStatus) << row.version;
+    EXPECT_STREQ(answer.child_value("connector-min-version"), "1.10.0");
+    EXPECT_STREQ(answer.child_value("config-path"), "config/farm.xml");
+  }
+  broker_.changeFarm([](FarmDescription& farm) {
+    farm.configuration.reset();
+    farm.connectorUpdate.reset();
+    farm.capabilities = kCapabilityConnectorInfo | kCapabilityConnectorInfoNeedsLogIn;
+  });
+  EXPECT_STREQ(ask(cases[0]).child_value("errorcode"), "1244");
+  broker_.changeFarm([](FarmDescription& farm) { farm.capabilities = kCapabilityConnectorInfo; });
+  EXPECT_STREQ(ask(cases[0]).child_value("config-status"), "3");
+  EXPECT_STREQ(answer_.document_element().child_value("connector-status"), "1");
+}
+
+TEST_P(ConversationTest, ATicketIsExchangedForCredentials) {
+  char text[257] = "";
+  ASSERT_EQ(crypto_decrypt256(broker_.ticketString("T-1").c_str(), text, sizeof text), 1);
+  EXPECT_EQ(text,
+            std::string("Ov:") + (GetParam() ? "1" : "0") + ":127.0.0.1:" + std::to_string(broker_.port()) + ":T-1");
+
+  std::array<unsigned char, 256> key;
+  for (size_t i = 0; i < key.size(); ++i) key[i] = static_cast<unsigned char>(7 * i);
+  const auto ask = [&](const std::string& message, const std::string& ticket) {
+    std::string block = ticket + ":" + std::string(key.begin(), key.end());
+    auto* const bytes = reinterpret_cast<unsigned char*>(block.data());
+    RC4StreamCipher(crypto_get_scatter_table256(), 256).Encrypt(bytes, bytes, static_cast<long>(block.size()));
+    std::string hexadecimal(2 * block.size() + 1, '\0');
+    crypto_bintohex(bytes, block.size(), hexadecimal.data(), hexadecimal.size());
+    return post(client_, "<" + message + "-req><ticket>" + hexadecimal.c_str() + "</ticket></" + message + "-req>",
+                answer_);
+  };
+  EXPECT_STREQ(ask("validateticket", "T-2").child_value("errorcode"), "1312");
+  EXPECT_FALSE(ask("validateticket", "T-1").child("ticket"));
+  EXPECT_STREQ(answer_.document_element().child_value("errorcode"), "0");
+
+  const std::string hexadecimal = ask("authenticateticket", "T-1").child_value("ticket");
+  std::vector<unsigned char> credentials(hexadecimal.size() / 2);
+  ASSERT_GT(crypto_hextobin(hexadecimal.c_str(), credentials.data(), credentials.size()), 0u);
+  RC4StreamCipher(key.data(), 256).Decrypt(credentials.data(), credentials.data(), std::ssize(credentials));
+  EXPECT_EQ(std::string(credentials.begin(), credentials.end()), "Ov:WORKS:anna:Größe1");
+}
+
+TEST_P(ConversationTest, FilesAreServedAtTheRootAndBehindProxy) {
+  broker_.changeFarm([](FarmDescription& farm) {
+    farm.files.push_back({.path = "filled", .content = "${host} ${port} ${https} ${other}", .fillIn = true});
+    farm.files.push_back({.path = "a.ovl", .content = "full address:u:x\n", .encipher = true});
+  });
+  EXPECT_EQ(client_.Get("/config/farm.xml")->body, "<ServerFarms/>");
+  EXPECT_EQ(client_.Get("/gw/proxy/config/farm.xml?x=1")->body, "<ServerFarms/>");
+  EXPECT_EQ(client_.Get("/filled")->body,
+            "127.0.0.1 " + std::to_string(broker_.port()) + (GetParam() ? " 1" : " 0") + " ${other}");
+  std::string container = client_.Get("/a.ovl")->body;
+  const size_t length = crypto_decrypt_buffer(reinterpret_cast<unsigned char*>(container.data()), container.size());
+  EXPECT_EQ(container.substr(0, length), "full address:u:x\n");
+}
+
+TEST(CertificateTest, NamesTheHostsThatTheClientUses) {
+  const DemoBroker broker(FarmDescription(), {.useTls = true, .certificateNames = {"127.0.0.1", "broker.example"}});
+  const TemporaryFolder folder;
+  writeFile(folder.file("ca.pem"), broker.certificatePem());
+  for (const auto& [host, accepted] : {std::pair("127.0.0.1", true), std::pair("localhost", false)}) {
+    httplib::SSLClient client(host, broker.port());
+    client.set_address_family(AF_INET);
+    client.set_ca_cert_path(folder.file("ca.pem").c_str());
+    client.enable_server_certificate_verification(true);
+    EXPECT_EQ(static_cast<bool>(client.Get("/brokerinfo")), accepted) << host;
+  }
+  EXPECT_THROW(DemoBroker(FarmDescription(), {.useTls = true, .certificateNames = {"a,DNS:b"}}), std::runtime_error);
+  EXPECT_THROW(DemoBroker(FarmDescription(), {.port = broker.port()}), std::runtime_error);
 }
 
 }  // namespace

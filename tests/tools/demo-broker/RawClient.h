@@ -14,6 +14,7 @@ inline httplib::Client clientOf(const orvane::demo::DemoBroker& broker) {
   httplib::Client client(broker.url());
   client.enable_server_certificate_verification(false);
   client.set_read_timeout(20);
+  client.set_tcp_nodelay(true);
   return client;
 }
 
