@@ -53,7 +53,9 @@ std::string alternativeNames(const std::vector<std::string>& names) {
   for (const std::string& name : names) {
     const bool address = isAddress(name);
     if (!address && !isHostName(name)) throw std::runtime_error("\"" + name + "\" is no host name or address");
-    list += (list.empty() ? "" : ",") + std::string(address ? "IP:" : "DNS:") + name;
+    if (!list.empty()) list += ',';
+    list += address ? "IP:" : "DNS:";
+    list += name;
   }
   if (list.empty()) throw std::runtime_error("a certificate needs a name");
   return list;

@@ -202,6 +202,7 @@ Answer DemoBroker::State::faultyAnswer(const Fault& fault, const std::string& na
     case Fault::Kind::kWrongRoot:
       return withBody("<html><body>Welcome to the printer's web page.</body></html>", "text/html");
     case Fault::Kind::kErrorCode: {
+      if (name.empty()) return regular();
       Answer answer;
       answer.contentType = xmlType();
       answer.body = conversation.refusal(name, {fault.number, fault.text});

@@ -102,7 +102,7 @@ struct Fault {
     kStatus,      ///< HTTP status `number`; for 3xx `text` is the Location
     kEmptyBody,   ///< status 200 and nothing else
     kWrongRoot,   ///< status 200 and a page of another kind
-    kErrorCode,   ///< a well-formed answer with the errorcode `number` and the errortext `text`
+    kErrorCode,   ///< a well-formed answer with the errorcode `number` and the errortext `text`; files come as ever
     kEndlessBody  ///< the answer begins and goes on with blanks until the client gives up
   };
 

@@ -137,8 +137,10 @@ void FarmParser::readUser(ElementReader& reader) {
 }
 
 void FarmParser::readPolicies(ElementReader& reader) {
-  const auto texts = reader.anyOf(kPolicyElements);
-  farm_.policies.assign(texts.begin(), texts.end());
+  for (const std::string_view element : kPolicyElements) {
+    const std::string name(element);
+    if (reader.has(name.c_str())) farm_.policies.emplace_back(name, reader.text(name.c_str()));
+  }
 }
 
 std::map<std::string, std::string> FarmParser::readLaunchElements(ElementReader& reader) {
@@ -212,6 +214,10 @@ void FarmParser::readSession(ElementReader& reader) {
 void FarmParser::readTicket(ElementReader& reader) {
   Ticket ticket = {reader.requiredText("text"), reader.text("domain"), reader.requiredText("user")};
   if (ticket.text.find(':') != std::string::npos) reader.fail("the text of a ticket can't hold a colon");
+  const bool known = std::any_of(farm_.users.begin(), farm_.users.end(), [&](const User& user) {
+    return user.domain == ticket.domain && user.name == ticket.userName;
+  });
+  if (!known) reader.fail("no user of this domain and name stands before the ticket");
   farm_.tickets.push_back(std::move(ticket));
 }
 
@@ -261,8 +267,9 @@ void FarmParser::readFault(ElementReader& reader) {
       std::find(std::begin(kRequests), std::end(kRequests), fault.request) == std::end(kRequests)) {
     reader.fail("request=\"" + fault.request + "\" is neither a message nor a path");
   }
-  fault.nth = std::max(1, reader.number("nth", 1));
-  fault.times = reader.text("times") == "always" ? 0 : std::max(1, reader.number("times", 1));
+  fault.nth = reader.number("nth", 1);
+  fault.times = reader.text("times") == "always" ? 0 : reader.number("times", 1);
+  if (fault.nth == 0 || (fault.times == 0 && reader.text("times") != "always")) reader.fail("a fault counts from 1");
   if (fault.kind == Fault::Kind::kCut) fault.number = reader.requiredNumber("bytes");
   if (fault.kind == Fault::Kind::kStatus) {
     fault.number = reader.requiredNumber("status");

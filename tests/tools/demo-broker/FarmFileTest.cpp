@@ -30,6 +30,8 @@ TEST(FarmFileTest, TellsWhereAndWhatIsWrong) {
       {"<farm name='x'><file path='/p' source='gone'/></farm>", "line 1: the file gone can't be read"},
       {"<farm name='x'><session domain='d'/></farm>", "line 1: <session> needs the attribute uname"},
       {"<farm name='x'><ticket text='a:b' user='u'/></farm>", "line 1: the text of a ticket can't hold a colon"},
+      {"<farm name='x'><ticket text='t' user='u'/></farm>", "line 1: no user of this domain and name"},
+      {"<farm name='x'><fault kind='stall' nth='0'/></farm>", "line 1: a fault counts from 1"},
       {"<farm name='x'><fault kind='odd'/></farm>", "line 1: kind=\"odd\" is no kind of fault"},
       {"<farm name='x'><fault kind='status' status='99'/></farm>", "line 1: a status lies between 200 and 599"},
       {"<farm name='x'><fault kind='refuse' status='500'/></farm>", "line 1: <fault> has no attribute status"},
