@@ -7,7 +7,7 @@
 #include <curl/curl.h>
 
 #include "Broker/OvBrokerClient.h"
-#include "DemoBroker.h"
+#include "demo-broker/DemoBroker.h"
 
 namespace {
 

@@ -1,0 +1,190 @@
+#include "Conversation.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <vector>
+
+#include "CertificateCheck.h"
+#include "Explanation.h"
+#include "Support/OvWriteLog.h"
+#include "Support/SecureMemory.h"
+
+namespace orvane::walkthrough {
+
+namespace {
+
+// Names and texts are the broker's: nothing of them may act on the terminal.
+std::string shown(std::string text) {
+  std::ranges::replace_if(
+      text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }, '?');
+  return text;
+}
+
+const std::string& displayName(const OvApplication& application) {
+  return application.getShortcut().empty() ? application.getName() : application.getShortcut();
+}
+
+void logOn(OvBrokerClient& client, const Options& options) {
+  const size_t backslash = options.user.find('\\');
+  const bool withDomain = backslash != std::string::npos;
+  client.setDomain(withDomain ? options.user.substr(0, backslash) : "");
+  client.setUsername(withDomain ? options.user.substr(backslash + 1) : options.user);
+  std::string password = readPassword(options);
+  const WipeAtEnd wipe(password);
+  client.setPassword(password);
+}
+
+}  // namespace
+
+Conversation::Conversation(const Options& options) : options_(options) {
+  if (!options.logFile.empty()) {
+    OvSetLogLevel(5);
+    client_.setLogFile(options.logFile);
+  }
+  client_.setConnectorLocale(options.locale);
+  client_.setConnectorType("Walkthrough");
+  client_.setConnectorOSType("Linux");
+  client_.setClientName("walkthrough");
+  client_.setFullScreen(false);
+  client_.setDesktopWidth(1280);
+  client_.setDesktopHeight(800);
+  client_.setRedirectClipboard(true);
+  logOn(client_, options);
+}
+
+void Conversation::findBroker() {
+  std::list<std::string> candidates;
+  try {
+    candidates = client_.normalizeBrokerEndpointUrl(options_.broker);
+  } catch (const OvException& exception) {
+    throw Failure(explained("Reading the address \"" + shown(options_.broker) + "\"", exception));
+  }
+
+  std::string problems;
+  for (const std::string& url : candidates) {
+    std::cout << "Asking " << shown(url) << " ...\n";
+    client_.setURL(url);
+    const std::string problem = askForBroker(url);
+    if (problem.empty()) {
+      std::cout << "The broker answers at " << shown(url) << ".\n";
+      return;
+    }
+    problems += "\n  " + shown(url) + ": " + shown(problem);
+  }
+  throw Failure("No broker was found at \"" + shown(options_.broker) + "\":" + problems);
+}
+
+std::string Conversation::askForBroker(const std::string& url) {
+  if (!options_.certificate.empty()) {
+    if (!client_.getUseSSL()) return "left out, since only https can show the certificate that was asked for";
+    const std::string problem = certificateProblem(url, options_.certificate);
+    if (!problem.empty()) return problem;
+  }
+  try {
+    client_.getBrokerInfo();
+    return {};
+  } catch (const OvException& exception) {
+    const std::string reason = transportProblem(client_);
+    return reason.empty() ? "it answers, but not as a broker does" : reason;
+  }
+}
+
+void Conversation::logIn() {
+  try {
+    client_.authenticate();
+  } catch (const OvException& exception) {
+    throw Failure(explained("The log-in", exception));
+  }
+  std::cout << "Logged in as " << (options_.user.empty() ? "anonymous" : shown(options_.user)) << ".\n";
+}
+
+void Conversation::showFarm() {
+  try {
+    client_.getFarmProperties();
+    std::cout << "The farm is \"" << shown(client_.getFarmName()) << "\".\n";
+    if (!client_.getGetConnectorInfoSupported()) return;
+    OvConnectorInfo info;
+    info.setLaunchType(client_.getLaunchType());
+    info.setConnectorOSType(client_.getConnectorOSType());
+    info.setConnectorVersion(client_.getConnectorVersion());
+    info.setDeviceName(client_.getClientName());
+    info.setDeviceTimeZoneOffset(std::to_string(client_.getDeviceTimeZoneOffset()));
+    const auto result = client_.getConnectorInfo(info);
+    if (result->getConfigStatus() == CONFIG_STATUS_REQUIRED)
+      std::cout << "It has a configuration for us at " << shown(result->getConfigFullPath()) << ".\n";
+    if (result->getConnectorStatus() == CONNECTOR_STATUS_UPDATE_AVAILABLE)
+      std::cout << "It has version " << shown(result->getConnectorMinVersion()) << " of the connector at "
+                << shown(result->getConnectorInstallFullPath()) << ".\n";
+  } catch (const OvException& exception) {
+    throw Failure(explained("Asking about the farm", exception));
+  }
+}
+
+void Conversation::listApplications() {
+  try {
+    applications_ = client_.getApplicationList();
+  } catch (const OvException& exception) {
+    throw Failure(explained("Listing the applications", exception));
+  }
+  std::map<std::string, std::vector<const OvApplication*>> folders;
+  for (const auto& application : applications_) folders[application->getFolderName()].push_back(application.get());
+
+  std::cout << applications_.size() << " applications are published:\n";
+  for (const auto& [folder, applications] : folders) {
+    std::cout << "  " << (folder.empty() ? "(no folder)" : shown(folder)) << '\n';
+    for (const OvApplication* application : applications)
+      std::cout << "    " << shown(displayName(*application)) << '\n';
+  }
+  writeIcons();
+}
+
+void Conversation::writeIcons() const {
+  const std::filesystem::path folder = std::filesystem::path(options_.folder) / "icons";
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (error) throw Failure("The folder " + folder.string() + " can't be made: " + error.message() + ".");
+  int written = 0;
+  int number = 0;
+  for (const auto& application : applications_) {
+    // Numbered, not named: a name from a broker is no file name.
+    const std::filesystem::path file = folder / (std::to_string(++number) + ".png");
+    try {
+      OvBrokerClient::saveIconToPNGFile(application->getLargeIcon(), file.string());
+      ++written;
+    } catch (const OvException&) {
+      std::cout << "  The icon of \"" << shown(displayName(*application)) << "\" is none.\n";
+    }
+  }
+  std::cout << written << " icons are in " << folder.string() << ".\n";
+}
+
+const OvApplication& Conversation::chosenApplication() const {
+  const auto fits = [this](const auto& application) {
+    return options_.application.empty() || application->getName() == options_.application ||
+           displayName(*application) == options_.application;
+  };
+  const auto found = std::ranges::find_if(applications_, fits);
+  if (found != applications_.end()) return **found;
+  throw Failure(options_.application.empty()
+                    ? "There is nothing to launch."
+                    : "\"" + shown(options_.application) + "\" is not published to this user.");
+}
+
+std::string Conversation::launch() {
+  const OvApplication& application = chosenApplication();
+  std::cout << "Launching \"" << shown(displayName(application)) << "\" ...\n";
+  std::unique_ptr<OvSettings> record;
+  try {
+    record = client_.launchApplication(application.getName());
+  } catch (const OvException& exception) {
+    throw Failure(explained("The launch", exception));
+  }
+  const std::string path = (std::filesystem::path(options_.folder) / "launch.ovl").string();
+  if (!record->saveOvlFile(path.c_str())) throw Failure("The launch file " + path + " can't be written.");
+  std::cout << "The launch file is " << path << ".\n";
+  return path;
+}
+
+}  // namespace orvane::walkthrough

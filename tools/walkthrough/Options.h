@@ -1,0 +1,36 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace orvane::walkthrough {
+
+/// What the command line asks for.
+struct Options {
+  std::string broker;        ///< the address as a user types it
+  std::string user;          ///< `name` or `DOMAIN\name`; empty: anonymous
+  std::string passwordFile;  ///< its first line is the password; "-" is standard input; empty: no password
+  std::string application;   ///< name of the one to launch; empty: the first in the list
+  std::string folder = ".";  ///< where icons and the launch file go
+  std::string sessionProgram = DEMO_SESSION;  ///< started with `--ovl` and the launch file
+  std::string certificate;  ///< PEM file that must vouch for the broker; empty: any certificate will do
+  std::string locale = "en-us";
+  std::string logFile;
+  bool help = false;
+};
+
+/// Something that the command line got wrong, in words.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+extern const char* const kUsage;
+
+/// @throws UsageError
+Options readOptions(int count, const char* const* arguments);
+
+/// The password that the options name. @throws std::runtime_error if its file can't be read.
+std::string readPassword(const Options& options);
+
+}  // namespace orvane::walkthrough
