@@ -144,7 +144,9 @@ SimpleXML::Tag SimpleXML::tagBehind(Tag tag) const {
 SimpleXML::Tag SimpleXML::nextLike(Tag from, const Beginning& wanted) const {
   if (!document_->tags) return from;
   const std::vector<TagPosition>& tags = *document_->tags;
-  while (from.index < tags.size() && !wanted.fits(tags[from.index].following)) ++from.index;
+  const size_t end = base() + raw_.size();
+  while (from.index < tags.size() && tags[from.index].offset < end && !wanted.fits(tags[from.index].following))
+    ++from.index;
   return tagAt(from.index);
 }
 
