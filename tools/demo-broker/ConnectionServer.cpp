@@ -136,7 +136,7 @@ void ConnectionServer::deliver(const httplib::Request& request, httplib::Respons
   response.status = answer.status;
   if (!answer.location.empty()) response.set_header("Location", answer.location);
   if (answer.delivery == Answer::Delivery::kNone) currentStream->abandon();
-  if (answer.delivery == Answer::Delivery::kTrickle) currentStream->trickle();
+  currentStream->trickle(answer.delivery == Answer::Delivery::kTrickle);
   if (!answer.body || answer.body->empty()) return;
 
   // Providers, since a content would be copied for each answer.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -27,8 +28,8 @@ class ConnectionStream final : public httplib::Stream {
   bool waitForRequest();
   /// Waits for `release`. False if the client goes away or the broker stops meanwhile.
   bool waitFor(const Signal& release) const;
-  /// From now on each byte is sent for itself.
-  void trickle() { step_ = 1; }
+  /// Whether each byte is sent for itself from now on.
+  void trickle(bool on) { step_ = on ? 1 : SIZE_MAX; }
   /// The connection ends behind the answer in hand.
   void takeNoMoreRequests() { noMoreRequests_ = true; }
   /// From now on nothing is sent: the connection breaks off where it is.

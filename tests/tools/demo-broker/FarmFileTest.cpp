@@ -3,6 +3,7 @@
 #include <png.h>
 
 #include "Support/TemporaryFolder.h"
+#include "Support/ico2png.h"
 #include "demo-broker/FarmFile.h"
 #include "demo-broker/IconStrings.h"
 
@@ -73,7 +74,14 @@ TEST(FarmFileTest, ApplicationsTakeOverWhatStandsAroundThem) {
 TEST(FarmFileTest, TheSampleFarmIsWhole) {
   const FarmDescription farm = sampleFarm();
   EXPECT_GE(farm.applications.size(), 40u);
-  for (const Application& application : farm.applications) EXPECT_TRUE(application.icon) << application.name;
+  for (const Application& application : farm.applications) {
+    ASSERT_TRUE(application.icon) << application.name;
+    const auto image = ico2png_decode_icon_string(application.icon->large);
+    ASSERT_TRUE(image && image->width == 32) << application.name;
+    EXPECT_EQ(image->rgba[3], 0) << "the tile's corner is round";
+    EXPECT_EQ(image->rgba[4 * (3 * 32 + 16) + 3], 255);
+    EXPECT_TRUE(ico2png_decode_icon_string(application.icon->small)) << application.name;
+  }
   const auto path = farm.configuration.value().path;
   EXPECT_TRUE(std::any_of(farm.files.begin(), farm.files.end(), [&](const auto& file) { return file.path == path; }));
 }

@@ -15,6 +15,7 @@ inline httplib::Client clientOf(const orvane::demo::DemoBroker& broker) {
   client.enable_server_certificate_verification(false);
   client.set_read_timeout(20);
   client.set_tcp_nodelay(true);
+  client.set_keep_alive(true);
   return client;
 }
 
