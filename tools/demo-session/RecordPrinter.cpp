@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "Files/OvSettings.h"
+#include "PrintableText.h"
 
 namespace orvane::demo {
 
@@ -14,13 +15,7 @@ namespace {
 
 constexpr std::string_view kSecrets[] = {"Password", "Ticket"};
 
-// Text from a launch file may hold anything: control characters would reach the terminal.
-std::string shown(const char* text) {
-  std::string result = text ? text : "";
-  std::ranges::replace_if(
-      result, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }, '?');
-  return result;
-}
+std::string shown(const char* text) { return printable(text ? text : ""); }
 
 std::string firstSetOf(const char* a, const char* b, const char* otherwise) {
   for (const char* text : {a, b}) {

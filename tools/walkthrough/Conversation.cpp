@@ -1,6 +1,9 @@
 #include "Conversation.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <map>
@@ -8,19 +11,14 @@
 
 #include "CertificateCheck.h"
 #include "Explanation.h"
+#include "PrintableText.h"
+#include "Support/FileReplacement.h"
 #include "Support/OvWriteLog.h"
 #include "Support/SecureMemory.h"
 
 namespace orvane::walkthrough {
 
 namespace {
-
-// Names and texts are the broker's: nothing of them may act on the terminal.
-std::string shown(std::string text) {
-  std::ranges::replace_if(
-      text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }, '?');
-  return text;
-}
 
 const std::string& displayName(const OvApplication& application) {
   return application.getShortcut().empty() ? application.getName() : application.getShortcut();
@@ -59,24 +57,28 @@ void Conversation::findBroker() {
   try {
     candidates = client_.normalizeBrokerEndpointUrl(options_.broker);
   } catch (const OvException& exception) {
-    throw Failure(explained("Reading the address \"" + shown(options_.broker) + "\"", exception));
+    throw Failure(explained("Reading the address \"" + printable(options_.broker) + "\"", exception));
   }
 
   std::string problems;
   for (const std::string& url : candidates) {
-    std::cout << "Asking " << shown(url) << " ...\n";
-    client_.setURL(url);
+    std::cout << "Asking " << printable(url) << " ...\n";
     const std::string problem = askForBroker(url);
     if (problem.empty()) {
-      std::cout << "The broker answers at " << shown(url) << ".\n";
+      std::cout << "The broker answers at " << printable(url) << ".\n";
       return;
     }
-    problems += "\n  " + shown(url) + ": " + shown(problem);
+    problems += "\n  " + printable(url) + ": " + printable(problem);
   }
-  throw Failure("No broker was found at \"" + shown(options_.broker) + "\":" + problems);
+  throw Failure("No broker was found at \"" + printable(options_.broker) + "\":" + problems);
 }
 
 std::string Conversation::askForBroker(const std::string& url) {
+  try {
+    client_.setURL(url);
+  } catch (const OvException&) {
+    return "this is no http or https URL with a host and a port";
+  }
   if (!options_.certificate.empty()) {
     if (!client_.getUseSSL()) return "left out, since only https can show the certificate that was asked for";
     const std::string problem = certificateProblem(url, options_.certificate);
@@ -97,13 +99,13 @@ void Conversation::logIn() {
   } catch (const OvException& exception) {
     throw Failure(explained("The log-in", exception));
   }
-  std::cout << "Logged in as " << (options_.user.empty() ? "anonymous" : shown(options_.user)) << ".\n";
+  std::cout << "Logged in as " << (options_.user.empty() ? "anonymous" : printable(options_.user)) << ".\n";
 }
 
 void Conversation::showFarm() {
   try {
     client_.getFarmProperties();
-    std::cout << "The farm is \"" << shown(client_.getFarmName()) << "\".\n";
+    std::cout << "The farm is \"" << printable(client_.getFarmName()) << "\".\n";
     if (!client_.getGetConnectorInfoSupported()) return;
     OvConnectorInfo info;
     info.setLaunchType(client_.getLaunchType());
@@ -113,10 +115,10 @@ void Conversation::showFarm() {
     info.setDeviceTimeZoneOffset(std::to_string(client_.getDeviceTimeZoneOffset()));
     const auto result = client_.getConnectorInfo(info);
     if (result->getConfigStatus() == CONFIG_STATUS_REQUIRED)
-      std::cout << "It has a configuration for us at " << shown(result->getConfigFullPath()) << ".\n";
+      std::cout << "It has a configuration for us at " << printable(result->getConfigFullPath()) << ".\n";
     if (result->getConnectorStatus() == CONNECTOR_STATUS_UPDATE_AVAILABLE)
-      std::cout << "It has version " << shown(result->getConnectorMinVersion()) << " of the connector at "
-                << shown(result->getConnectorInstallFullPath()) << ".\n";
+      std::cout << "It has version " << printable(result->getConnectorMinVersion()) << " of the connector at "
+                << printable(result->getConnectorInstallFullPath()) << ".\n";
   } catch (const OvException& exception) {
     throw Failure(explained("Asking about the farm", exception));
   }
@@ -133,9 +135,9 @@ void Conversation::listApplications() {
 
   std::cout << applications_.size() << " applications are published:\n";
   for (const auto& [folder, applications] : folders) {
-    std::cout << "  " << (folder.empty() ? "(no folder)" : shown(folder)) << '\n';
+    std::cout << "  " << (folder.empty() ? "(no folder)" : printable(folder)) << '\n';
     for (const OvApplication* application : applications)
-      std::cout << "    " << shown(displayName(*application)) << '\n';
+      std::cout << "    " << printable(displayName(*application)) << '\n';
   }
   writeIcons();
 }
@@ -150,12 +152,18 @@ void Conversation::writeIcons() const {
   for (const auto& application : applications_) {
     // Numbered, not named: a name from a broker is no file name.
     const std::filesystem::path file = folder / (std::to_string(++number) + ".png");
+    unsigned char* bytes = nullptr;
+    unsigned int size = 0;
     try {
-      OvBrokerClient::saveIconToPNGFile(application->getLargeIcon(), file.string());
-      ++written;
+      OvBrokerClient::saveIconToPNGBuffer(application->getLargeIcon(), &bytes, &size);
     } catch (const OvException&) {
-      std::cout << "  The icon of \"" << shown(displayName(*application)) << "\" is none.\n";
+      std::cout << "  The icon of \"" << printable(displayName(*application)) << "\" is none.\n";
+      continue;
     }
+    const std::unique_ptr<unsigned char, decltype(&free)> owner(bytes, &free);
+    if (!replaceFile(file.string(), bytes, size))
+      throw Failure("The icon " + file.string() + " can't be written: " + strerror(errno) + ".");
+    ++written;
   }
   std::cout << written << " icons are in " << folder.string() << ".\n";
 }
@@ -169,12 +177,12 @@ const OvApplication& Conversation::chosenApplication() const {
   if (found != applications_.end()) return **found;
   throw Failure(options_.application.empty()
                     ? "There is nothing to launch."
-                    : "\"" + shown(options_.application) + "\" is not published to this user.");
+                    : "\"" + printable(options_.application) + "\" is not published to this user.");
 }
 
 std::string Conversation::launch() {
   const OvApplication& application = chosenApplication();
-  std::cout << "Launching \"" << shown(displayName(application)) << "\" ...\n";
+  std::cout << "Launching \"" << printable(displayName(application)) << "\" ...\n";
   std::unique_ptr<OvSettings> record;
   try {
     record = client_.launchApplication(application.getName());

@@ -25,7 +25,7 @@ class Conversation {
   std::string launch();
 
  private:
-  // Empty if the client's server answers as a broker, else why not.
+  // Makes the client ask this URL. Empty if it answers as a broker, else why not.
   std::string askForBroker(const std::string& url);
   void writeIcons() const;
   const OvApplication& chosenApplication() const;

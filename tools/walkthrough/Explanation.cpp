@@ -3,6 +3,7 @@
 #include "Broker/ServerEntry.h"
 #include "Http/HttpClient.h"
 #include "Http/HttpException.h"
+#include "PrintableText.h"
 
 namespace orvane::walkthrough {
 
@@ -22,8 +23,10 @@ std::string transportProblem(const OvBrokerClient& client) {
 }
 
 std::string explained(const std::string& doing, const OvException& exception) {
-  const std::string text = exception.getErrorText().empty() ? "The broker gave no reason." : exception.getErrorText();
-  return doing + " failed: " + text + " (" + std::to_string(exception.getErrorCode()) + ")";
+  const std::string reason = printable(exception.getErrorText());
+  const std::string text = doing + " failed: " + (reason.empty() ? "The broker gave no reason." : reason);
+  const int code = exception.getErrorCode();
+  return code == 0 ? text : text + " (" + std::to_string(code) + ")";
 }
 
 }  // namespace orvane::walkthrough

@@ -1,7 +1,12 @@
 #include "Options.h"
 
-#include <fstream>
-#include <iostream>
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "Support/FileDescriptor.h"
 
 namespace orvane::walkthrough {
 
@@ -20,6 +25,9 @@ const char* const kUsage =
     "  --help                  this text\n";
 
 namespace {
+
+// What its enciphered form holds; a longer one would be cut.
+constexpr size_t kLongestPassword = 254;
 
 constexpr struct {
   const char* name;
@@ -60,15 +68,21 @@ Options readOptions(int count, const char* const* arguments) {
 
 std::string readPassword(const Options& options) {
   if (options.passwordFile.empty()) return {};
+  const bool isInput = options.passwordFile == "-";
+  const FileDescriptor file(isInput ? dup(STDIN_FILENO) : open(options.passwordFile.c_str(), O_RDONLY | O_CLOEXEC));
+  // Byte by byte into one place that never moves: no buffer keeps a copy.
   std::string password;
-  if (options.passwordFile == "-") {
-    std::getline(std::cin, password);
-    return password;
+  password.reserve(kLongestPassword);
+  for (char character = 0;;) {
+    const ssize_t count = read(file.number(), &character, 1);
+    if (count < 0)
+      throw std::runtime_error("The password file " + options.passwordFile + " can't be read: " + strerror(errno) +
+                               ".");
+    if (count == 0 || character == '\n') return password;
+    if (password.size() == kLongestPassword)
+      throw std::runtime_error("The password is longer than " + std::to_string(kLongestPassword) + " bytes.");
+    password += character;
   }
-  std::ifstream file(options.passwordFile);
-  if (!file) throw std::runtime_error("The password file " + options.passwordFile + " can't be read.");
-  std::getline(file, password);
-  return password;
 }
 
 }  // namespace orvane::walkthrough

@@ -30,7 +30,8 @@ extern const char* const kUsage;
 /// @throws UsageError
 Options readOptions(int count, const char* const* arguments);
 
-/// The password that the options name. @throws std::runtime_error if its file can't be read.
+/// The password that the options name; the caller wipes it.
+/// @throws std::runtime_error if its file can't be read or it is too long for a log-in.
 std::string readPassword(const Options& options);
 
 }  // namespace orvane::walkthrough
