@@ -31,10 +31,14 @@ std::string toHexadecimal(const std::string& bytes) {
   return text;
 }
 
-// Issues credentials for whatever ticket comes.
+// Issues credentials for the ticket "T42", and adds further elements to its answer.
 class TicketBroker {
  public:
-  explicit TicketBroker(std::string credentials) : credentials_(std::move(credentials)) {}
+  explicit TicketBroker(std::string credentials, std::string elements = "",
+                        HttpTestServer::Security security = HttpTestServer::Security::kPlain)
+      : credentials_(std::move(credentials)),
+        elements_(std::move(elements)),
+        server_([this](const HttpTestServer::Request& request) { return answer(request); }, security) {}
 
   std::string port() const { return std::to_string(server_.port()); }
   const HttpTestServer& server() const { return server_; }
@@ -51,28 +55,37 @@ class TicketBroker {
     block = rc4(block, sharedKey);
     if (!block.starts_with("T42:") || block.size() != 4 + 256) return {.status = 500};
     const std::string answered = toHexadecimal(rc4(credentials_, block.substr(4)));
-    return {.body = "<" + match[1].str() + "-rsp><ticket>" + answered + "</ticket></" + match[1].str() + "-rsp>"};
+    const std::string root = match[1].str() + "-rsp>";
+    return {.body = "<" + root + elements_ + "<ticket>" + answered + "</ticket></" + root};
   }
 
   const std::string credentials_;
-  HttpTestServer server_{[this](const HttpTestServer::Request& request) { return answer(request); }};
+  const std::string elements_;
+  HttpTestServer server_;
 };
 
 TEST(TicketAuthentication, ATicketGivesItsUsersCredentials) {
+  const std::string full = "Ov:CORP:anna:" + std::string(256 - 13, 'x');
   const struct {
-    const char* answered;
-    const char* user;
+    std::string answered;
+    std::string user;
     const char* error;
+    const char* elements = "";
   } cases[] = {
       {"Ov:CORP:anna:secret", "CORP/anna/secret", "none"},
       {"Ov:CORP:anna:a:b", "CORP/anna/a:b", "none"},
       {"Ov::anna:secret", "/anna/secret", "none"},
+      {full, "CORP/anna/" + full.substr(13), "none"},
+      {full + "x", "old/old/old", "13 The data is invalid."},
       {"Ov:CORP:anna", "old/old/old", "13 The data is invalid."},
       {"No:CORP:anna:secret", "old/old/old", "13 The data is invalid."},
       {"", "old/old/old", "13 The data is invalid."},
+      // The ticket is read before the error counts.
+      {"Ov:CORP:anna:secret", "CORP/anna/secret", "9 late", "<errorcode>9</errorcode><errortext>late</errortext>"},
+      {"damaged", "old/old/old", "13 The data is invalid.", "<errorcode>9</errorcode>"},
   };
   for (const auto& row : cases) {
-    const TicketBroker broker(row.answered);
+    const TicketBroker broker(row.answered, row.elements);
     OvBrokerClient client;
     client.setServer("elsewhere");
     client.setDomain("old");
@@ -82,6 +95,22 @@ TEST(TicketAuthentication, ATicketGivesItsUsersCredentials) {
     EXPECT_EQ(errorOf([&] { client.authenticateTicket(ticket, false); }), row.error) << row.answered;
     EXPECT_EQ(client.getDomain() + "/" + client.getUsername() + "/" + client.getPassword(), row.user);
     EXPECT_EQ(client.getServer(), "elsewhere");
+    EXPECT_EQ(client.getTcpPort(), broker.server().port());
+  }
+}
+
+TEST(TicketAuthentication, ATicketNamesProtocolServerAndPort) {
+  for (const auto security : {HttpTestServer::Security::kPlain, HttpTestServer::Security::kTls}) {
+    const bool useSSL = security == HttpTestServer::Security::kTls;
+    const TicketBroker broker("Ov:CORP:anna:secret", "", security);
+    OvBrokerClient client;
+    client.setUseSSL(!useSSL);
+    // Empty fields vanish, what follows the fifth is ignored, and only 16 bits of the port count.
+    const std::string port = std::to_string(broker.server().port() + 65536);
+    client.authenticateTicket(sealedTicket("Ov::" + std::to_string(useSSL) + ":127.0.0.1:" + port + "::T42:more"),
+                              false);
+    EXPECT_EQ(client.getUsername(), "anna");
+    EXPECT_EQ(client.getUseSSL(), useSSL);
     EXPECT_EQ(client.getTcpPort(), broker.server().port());
   }
 }
@@ -104,6 +133,8 @@ TEST(TicketAuthentication, WhatIsNoTicketIsRefused) {
         sealedTicket("Ov:0::1:T"), sealedTicket("X:0:h:1:T")})
     EXPECT_EQ(errorOf([&] { client.authenticateTicket(ticket, false); }), "87 Error 87 occurred!");
   EXPECT_EQ(client.getTcpPort(), 80);
+  client.setConnectorLocale("zh-cn");  // its text has no place for the code
+  EXPECT_EQ(errorOf([&] { client.authenticateTicket("garbage", false); }), "87 误差％d发生！");
 }
 
 TEST(TicketAuthentication, TheTicketsServerIsTriedOnceAndItsWordIsHeard) {
