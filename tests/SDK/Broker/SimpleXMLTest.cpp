@@ -7,10 +7,12 @@
 namespace {
 
 // What a search gives, on one line: offset, attributes and content, "-" for nothing.
-std::string found(const std::string& text, const char* name, int startOffset = 0) {
+std::string found(const std::string& text, const char* name, int startOffset = 0, const std::string& before = "") {
   SimpleXML attributes;
   SimpleXML content;
-  const int offset = SimpleXML(text).FindTag(name, attributes, content, startOffset);
+  const int skipped = static_cast<int>(before.size());
+  int offset = SimpleXML(before + text).FindTag(name, attributes, content, skipped + startOffset);
+  if (offset > 0) offset -= skipped;
   const auto shown = [](const SimpleXML& part) { return part.GetData() ? std::string(part.GetData()) : "-"; };
   return std::to_string(offset) + "|" + shown(attributes) + "|" + shown(content);
 }
@@ -34,6 +36,7 @@ TEST(SimpleXML, FindsAnElementByItsWholeName) {
       {"<a>1</a/>2</a>", "14|-|1</a/>2"},                // a slash doesn't end a closing name
       {"<a><b>1</b><a>2</a></a>", "19|-|<b>1</b><a>2"},  // the first closing tag ends it
       {"<!--<a>1</a>--><a>2</a>", "12|-|1"},             // comments have no meaning
+      {"<<a>1<</a>", "10|-|1<"},
       {"<a>x", "-1|-|-"},
       {"<a>x</a", "-1|-|-"},
       {"<a", "-1|-|-"},
@@ -41,7 +44,12 @@ TEST(SimpleXML, FindsAnElementByItsWholeName) {
       {"a>x</a>", "-1|-|-"},
       {"", "-1|-|-"},
   };
-  for (const auto& row : cases) EXPECT_EQ(found(row.text, "a"), row.result) << row.text;
+  std::string manyTags;  // so many that no list is made of them
+  for (int i = 0; i < 200; ++i) manyTags += "<z/>";
+  for (const auto& row : cases) {
+    EXPECT_EQ(found(row.text, "a"), row.result) << row.text;
+    EXPECT_EQ(found(row.text, "a", 0, manyTags), row.result) << row.text;
+  }
 }
 
 TEST(SimpleXML, GoesOnFromAnOffsetAndRefusesOneOutside) {
