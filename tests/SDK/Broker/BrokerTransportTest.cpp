@@ -155,6 +155,7 @@ TEST(ServerEntry, RelativePathsBecomeUrls) {
       {"host", true, "config.xml", "https://host:443/config.xml"},
       {"host", false, "a/b", "http://host:443/a/b"},
       {"host/x/proxy", true, "c", "https://host:443/x/proxy/c"},
+      {"host/proxy/x", true, "c", "https://host:443/proxy/x/c"},
       {"proxy.example/x", true, "c", "https://proxy.example:443/x/proxy/c"},
       {"host/x", true, "http://other/x.xml", "http://other/x.xml"},
       {"host", true, "://odd", "https://host:443/://odd"},
@@ -191,7 +192,7 @@ TEST_F(BrokerTransportTest, AUrlBecomesServerPortAndProtocol) {
       {"https://h", "h", 443, true},
       {"HTTP://h", "h", 80, false},
       {"http://h:8080/gw", "h/gw", 8080, false},
-      {"https://h/gw/autodetect/more", "h/gw", 443, true},
+      {"https://h/gw/autodetect/more/autodetect", "h/gw", 443, true},
       {"https://h/autodetect", "h", 443, true},
       {"https://h/gw?query=1", "h/gw", 443, true},
   };

@@ -28,7 +28,7 @@ TEST_F(LaunchExchangeTest, TheAnswerGoesIntoTheRecord) {
   const auto record = launch(
       "<servername>S</servername><serveraddr>1.2.3.4</serveraddr><shortcut>Calc</shortcut><path>C:\\c.exe</path>"
       "<arguments>/a \"b c\"</arguments><workingdir>C:\\w</workingdir><apptype>1</apptype>"
-      "<sessionsharing>0</sessionsharing><console>1</console><compression>0</compression><protocol>0</protocol>"
+      "<sessionsharing>0</sessionsharing><console>1</console><compression>0</compression><protocol>3</protocol>"
       "<seamlessmode>1</seamlessmode><dnaproxy>dna</dnaproxy><ticket>T</ticket><osoundv2>3</osoundv2>");
   EXPECT_EQ(text(record->getServerName()), "S");
   EXPECT_EQ(text(record->getServerAddr()), "1.2.3.4");
@@ -40,6 +40,7 @@ TEST_F(LaunchExchangeTest, TheAnswerGoesIntoTheRecord) {
   EXPECT_FALSE(record->getSessionSharing());
   EXPECT_TRUE(record->getConnectToConsole());
   EXPECT_FALSE(record->getCompression());
+  EXPECT_EQ(record->getProtocol(), 3);
   EXPECT_EQ(record->getSeamless(), 1);
   EXPECT_TRUE(record->getDeleteFile());
 }
@@ -129,6 +130,9 @@ TEST_F(LaunchExchangeTest, TheClientsSettingsGoIntoTheRecord) {
       {&OvBrokerClient::setEnableDesktopComposition, &OvSettings::getEnableDesktopComposition},
       {&OvBrokerClient::setEnableFontSmoothing, &OvSettings::getEnableFontSmoothing},
   };
+  const auto untouched = launch("");
+  for (const auto& row : switches)
+    EXPECT_EQ(((*untouched).*row.get)(), row.get == &OvSettings::getFullScreen) << &row - switches;
   for (const auto& on : switches) {
     for (const auto& row : switches) (client_.*row.set)(&row == &on);
     const auto record = launch("");

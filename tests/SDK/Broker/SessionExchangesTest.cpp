@@ -1,6 +1,10 @@
 // The messages that carry a log-in's cookie.
 
+#include <regex>
+
 #include "SDK/Broker/ScriptedBroker.h"
+#include "Support/IconStrings.h"
+#include "Support/OvWriteLog.h"
 #include "Support/TemporaryFolder.h"
 
 using testing::ElementsAre;
@@ -46,6 +50,16 @@ TEST_F(SessionExchangesTest, AnExpiredCookieIsReplacedUnseen) {
   }
 }
 
+TEST_F(SessionExchangesTest, WithTheLogInFallsWhatTheBrokerSaidItCanDo) {
+  broker_.answer("brokerinfo", "<brokerinfo><capabilities>4</capabilities></brokerinfo>");
+  answer("getfarmproperties", kExpired);
+  answer("getfarmproperties", "");
+  client_.getBrokerInfo();
+  client_.getFarmProperties();
+  EXPECT_THAT(broker_.server().requests().at(2).body, testing::StartsWith("<?xml "));
+  EXPECT_THAT(broker_.lastBody(), testing::StartsWith("<getfarmproperties-req>"));
+}
+
 TEST_F(SessionExchangesTest, AFailedSendLooksForAnotherServer) {
   broker_.configure(client_, "a,b");
   broker_.answerWith("a:getfarmproperties", {.body = std::string(1000, 'x'), .cutAfter = 500});
@@ -72,18 +86,80 @@ TEST_F(SessionExchangesTest, ErrorsOfTheBrokerAndWrongAnswersEndTheExchange) {
   }
 }
 
+TEST_F(SessionExchangesTest, RequestsAndAnswersAreLoggedAtLevel5WithTheirOperation) {
+  const TemporaryFolder folder;
+  OvSetLogLevel(5);
+  client_.setLogFile(folder.file("log"));
+  client_.setPassword("open sesame");
+  for (const auto& [message, exchange] : kExchanges) {
+    answer(message, "");
+    exchange(client_);
+  }
+  client_.setLogFile("");
+  OvSetLogLevel(2);
+
+  const std::string log = contentOf(folder.file("log"));
+  const std::regex line(": OvBrokerClient::(\\w+, re(quest|sponse)=<[^>]+>)");
+  std::vector<std::string> lines;
+  for (std::sregex_iterator match(log.begin(), log.end(), line), end; match != end; ++match)
+    lines.push_back((*match)[1]);
+  EXPECT_THAT(
+      lines,
+      ElementsAre(
+          "authenticate, request=<authenticate-req>", "authenticate, response=<authenticate-rsp>",
+          "getApplicationList, request=<getapplicationlist-req>",
+          "getApplicationList, response=<getapplicationlist-rsp>", "getSessionList, request=<getsessionlist-req>",
+          "getSessionList, response=<getsessionlist-rsp>", "getFarmProperties, request=<getfarmproperties-req>",
+          "getFarmProperties, response=<getfarmproperties-rsp>", "launchApplication, request=<launchapplication-req>",
+          "launchApplication, response=<launchapplication-rsp>", "getConnectorInfo, request=<getconnectorinfo-req>",
+          "getConnectorInfo, response=<getconnectorinfo-rsp>"));
+  EXPECT_THAT(log, testing::Not(HasSubstr("open sesame")));
+}
+
+TEST_F(SessionExchangesTest, SeveralClientsWorkAtATimeAndShareNothing) {
+  broker_.answer("a:brokerinfo", "<brokerinfo><capabilities>0</capabilities></brokerinfo>");
+  broker_.answer("b:brokerinfo", "<brokerinfo><capabilities>4</capabilities></brokerinfo>");
+  answer("getfarmproperties", "<farmname>\xC3\xBC</farmname>");
+  answer("launchapplication", "");
+  const struct {
+    const char* broker;
+    const char* locale;
+    const char* farmName;
+    const char* error;
+  } clients[] = {{"a", "de-de", "\xC3\x83\xC2\xBC", "87 Fehler 87 aufgetreten!"},
+                 {"b", "en-us", "\xC3\xBC", "87 Error 87 occurred!"},
+                 {"a", "en-us", "\xC3\x83\xC2\xBC", "87 Error 87 occurred!"}};
+  std::vector<std::jthread> threads;
+  for (const auto& row : clients) {
+    threads.emplace_back([this, &row] {
+      OvBrokerClient client;
+      broker_.configure(client, row.broker);
+      client.setConnectorLocale(row.locale);
+      for (int round = 0; round < 10; ++round) {
+        client.setPassword("secret");
+        client.getBrokerInfo();
+        client.getFarmProperties();
+        EXPECT_EQ(client.getFarmName(), row.farmName);
+        EXPECT_STREQ(client.launchApplication("a")->getPassword(), "secret");
+        EXPECT_EQ(errorOf([&] { client.authenticateTicket("garbage", true); }), row.error);
+      }
+    });
+  }
+}
+
 TEST_F(SessionExchangesTest, ABrokerThatNeverSettlesEndsAtTheBound) {
   answer("getfarmproperties", kExpired);
   EXPECT_EQ(errorOf([&] { client_.getFarmProperties(); }), "1244 log in");
   EXPECT_EQ(broker_.messages().size(), 2u * OvBrokerClient::kMaximumPasses);
 
+  answer("getsessionlist", kExpired);
   broker_.answerWith("getsessionlist", {.status = 500});
   EXPECT_THAT(errorOf([&] { client_.getSessionList(); }), testing::StartsWith("1311 "));
 }
 
 TEST_F(SessionExchangesTest, ApplicationsAreListedAsTheyCome) {
   answer("getapplicationlist",
-         "<application><smallicon>0a</smallicon><name>calc</name><shortcut>Rechner f\xFCr&#32;alle</shortcut>"
+         "<application><smallicon>0a&#0;b</smallicon><name>calc</name><shortcut>Rechner f\xFCr&#32;alle</shortcut>"
          "<path>C:\\calc.exe</path><arguments>-x &quot;y&quot;</arguments><workingdir>C:\\</workingdir>"
          "<foldername>Office\\Tools</foldername><largeicon>0A&amp;\xFC</largeicon><showcmd>3</showcmd>"
          "<apptype>2</apptype><desktopshortcutlocation>1</desktopshortcutlocation></application>"
@@ -99,7 +175,7 @@ TEST_F(SessionExchangesTest, ApplicationsAreListedAsTheyCome) {
   EXPECT_EQ(first.getWorkingDir(), "C:\\");
   EXPECT_EQ(first.getFolderName(), "Office\\Tools");
   EXPECT_EQ(first.getLargeIcon(), "0A&\xFC");  // not decoded
-  EXPECT_EQ(first.getSmallIcon(), "0a");
+  EXPECT_EQ(first.getSmallIcon(), "0a");       // up to its zero, as any text
   EXPECT_EQ(first.getShowCmd(), 3);
   EXPECT_EQ(first.getAppType(), 2);
   EXPECT_EQ(first.getDesktopShortcutLocation(), 1);
@@ -197,6 +273,25 @@ TEST_F(SessionExchangesTest, ConnectorInformationTellsAllAndReadsAll) {
   EXPECT_EQ(result->getConnectorOptions(), 1);
   EXPECT_EQ(result->getConnectorMinVersion(), "9.9");
   EXPECT_EQ(result->getConnectorInstallFullPath(), "http://other/setup");
+}
+
+TEST(Icons, AnIconBecomesABufferOfItsKindAndAlwaysAPngFile) {
+  const TemporaryFolder folder;
+  const std::string icon = icon_strings::make({8, 1, std::vector<uint8_t>(32, 0xff)}, 32);
+  const auto beginningOf = [&](auto save) {
+    unsigned char* buffer = nullptr;
+    unsigned int size = 0;
+    save(icon, &buffer, &size);
+    const std::string beginning(buffer, buffer + std::min(size, 4u));
+    free(buffer);
+    return beginning;
+  };
+  const std::string png = "\x89PNG";
+  EXPECT_EQ(beginningOf(OvBrokerClient::saveIconToICOBuffer), std::string("\0\0\1\0", 4));
+  EXPECT_EQ(beginningOf(OvBrokerClient::saveIconToPNGBuffer), png);
+  OvBrokerClient::saveIconToICOFile(icon, folder.file("ico"));
+  OvBrokerClient::saveIconToPNGFile(icon, folder.file("png"));
+  for (const char* name : {"ico", "png"}) EXPECT_THAT(contentOf(folder.file(name)), testing::StartsWith(png));
 }
 
 TEST(Icons, WhatIsNoIconIsRefusedInWords) {
