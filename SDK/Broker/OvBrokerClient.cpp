@@ -45,9 +45,10 @@ OvBrokerClient::OvBrokerClient(std::unique_ptr<HttpClient> httpClient) : httpCli
 OvBrokerClient::~OvBrokerClient() { orvane::wipe(password_); }
 
 void OvBrokerClient::setPassword(const std::string& value) {
-  std::string replacement = value;  // `value` may be what getPassword gave
-  orvane::wipe(password_);
-  password_ = std::move(replacement);
+  if (&value != &password_) {  // it may be what getPassword gave
+    orvane::wipe(password_);
+    password_ = value;
+  }
   clearActiveState();
 }
 

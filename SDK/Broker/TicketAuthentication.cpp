@@ -7,6 +7,8 @@
 #include <cstring>
 #include <new>
 #include <optional>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "Broker/OvBrokerClient.h"
@@ -28,7 +30,7 @@ namespace {
 constexpr size_t kBlockSize = 256;
 constexpr std::string_view kMark = "Ov";
 
-using SessionKey = std::array<unsigned char, kBlockSize>;
+using SessionKey = std::vector<unsigned char>;
 
 struct TicketAddress {
   bool useSSL = false;
@@ -92,10 +94,10 @@ std::optional<TicketCredentials> readCredentials(const std::string& hexadecimal,
 
   std::string_view rest(text.data(), strnlen(text.data(), count));
   if (std::count(rest.begin(), rest.end(), ':') < 3 || takeField(rest) != kMark) return std::nullopt;
-  TicketCredentials credentials;
-  credentials.domain = takeField(rest);
-  credentials.username = takeField(rest);
-  credentials.password = rest;
+  std::optional<TicketCredentials> credentials(std::in_place);  // moved, it would leave a short password behind
+  credentials->domain = takeField(rest);
+  credentials->username = takeField(rest);
+  credentials->password = rest;
   return credentials;
 }
 
@@ -105,7 +107,8 @@ void OvBrokerClient::authenticateTicket(const std::string& ticket, bool validate
   const std::optional<TicketAddress> address = readTicket(ticket);
   if (!address) win32Error(protocol::kErrorInvalidParameter, nullptr);
 
-  SessionKey sessionKey{};
+  SessionKey sessionKey(kBlockSize);
+  const orvane::WipeAtEnd wipe(sessionKey);
   orvane::fillWithRandomBytes(sessionKey.data(), sessionKey.size());
   std::string sealedTicket;
   try {
@@ -141,8 +144,8 @@ void OvBrokerClient::authenticateTicket(const std::string& ticket, bool validate
     domain_ = credentials->domain;
     username_ = credentials->username;
     orvane::wipe(password_);
-    password_.swap(credentials->password);
+    password_ = credentials->password;
+    orvane::wipe(credentials->password);
   }
-  orvane::wipe(sessionKey.data(), sessionKey.size());
   if (errorCode != 0) win32Error(errorCode, errorText.c_str());
 }

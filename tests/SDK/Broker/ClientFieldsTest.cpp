@@ -63,6 +63,7 @@ TEST(ClientFields, AChangeOfWhoOrWhereEndsTheLogInAndNoOtherDoes) {
       [&] { client.setPassword(client.getPassword()); },
       [&] { client.setURL(broker.server().url()); },
   };
+  client.setPassword("kept");
   for (const auto& change : ending) {
     logInAnew();
     change();
@@ -71,6 +72,7 @@ TEST(ClientFields, AChangeOfWhoOrWhereEndsTheLogInAndNoOtherDoes) {
     client.authenticate();
     EXPECT_EQ(broker.messages().size(), messages + 1);
   }
+  EXPECT_EQ(client.getPassword(), "kept");
 
   logInAnew();
   client.setRandomize(true);
