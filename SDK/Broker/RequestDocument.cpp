@@ -20,11 +20,11 @@ RequestDocument::RequestDocument(const char* message, bool utf8) : utf8_(utf8) {
     declaration.append_attribute("version") = "1.0";
     declaration.append_attribute("encoding") = "UTF-8";
   }
-  root_ = document_.append_child(message);
+  section_ = document_.append_child(message);
 }
 
-void RequestDocument::addTo(pugi::xml_node parent, const char* name, const std::string& text) {
-  parent.append_child(name).text().set(utf8_ ? text.c_str() : utf8ToCp1252(text).c_str());
+void RequestDocument::add(const char* name, const std::string& text) {
+  section_.append_child(name).text().set(utf8_ ? text.c_str() : utf8ToCp1252(text).c_str());
 }
 
 std::string RequestDocument::text() const {
