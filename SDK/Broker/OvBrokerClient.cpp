@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ctime>
 #include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "Broker/Protocol.h"

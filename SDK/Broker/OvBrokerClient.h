@@ -3,7 +3,6 @@
 #include <list>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "Broker/OvApplication.h"
 #include "Broker/OvConnectorInfo.h"
@@ -21,19 +20,19 @@ class RequestDocument;
 class ResponseFields;
 }  // namespace orvane
 
-// The rows of the class's field table, in three kinds besides the plain ones of Property.h. They are this header's own
-// and vanish at its end.
+// The rows of the class's field table, in three kinds besides the plain ones of Property.h. `passed` is the type as it
+// goes in and out. They are this header's own and vanish at its end.
 
 // Who or where: a change ends the log-in.
-#define ORVANE_IDENTITY_PROPERTY(type, argument, Name, name, initial) \
- public:                                                              \
-  const type& get##Name() const { return name##_; }                   \
-  void set##Name(argument value) {                                    \
-    name##_ = value;                                                  \
-    clearActiveState();                                               \
-  }                                                                   \
-                                                                      \
- private:                                                             \
+#define ORVANE_IDENTITY_PROPERTY(type, passed, Name, name, initial) \
+ public:                                                            \
+  passed get##Name() const { return name##_; }                      \
+  void set##Name(passed value) {                                    \
+    name##_ = value;                                                \
+    clearActiveState();                                             \
+  }                                                                 \
+                                                                    \
+ private:                                                           \
   type name##_ = initial;
 
 // What the broker may fix at log-in: then the setter throws code 5 and stores nothing.
@@ -50,11 +49,11 @@ class ResponseFields;
   type name##_ = initial;                                  \
   bool name##Policy_ = false;
 
-#define ORVANE_READ_ONLY_PROPERTY(type, Name, name, initial) \
- public:                                                     \
-  const type& get##Name() const { return name##_; }          \
-                                                             \
- private:                                                    \
+#define ORVANE_READ_ONLY_PROPERTY(type, passed, Name, name, initial) \
+ public:                                                             \
+  passed get##Name() const { return name##_; }                       \
+                                                                     \
+ private:                                                            \
   type name##_ = initial;
 
 /// One conversation with a connection broker: where the broker is, who the user is, what the connector wants for its
@@ -86,7 +85,7 @@ class OvBrokerClient {
   ORVANE_IDENTITY_PROPERTY(std::string, const std::string&, Server, server, {})
   ORVANE_IDENTITY_PROPERTY(int, int, TcpPort, tcpPort, 80)  ///< for all servers of the list
   ORVANE_IDENTITY_PROPERTY(bool, bool, UseSSL, useSSL, false)
-  ORVANE_READ_ONLY_PROPERTY(std::string, FarmName, farmName, {})  ///< set by getFarmProperties
+  ORVANE_READ_ONLY_PROPERTY(std::string, const std::string&, FarmName, farmName, {})  ///< set by getFarmProperties
 
   // Who asks.
   ORVANE_VALUE_PROPERTY(int, ClientBitsPerPixel, clientBitsPerPixel, 32)
@@ -145,15 +144,16 @@ class OvBrokerClient {
   ORVANE_STRING_PROPERTY(WebSiteName, webSiteName)
   ORVANE_TEXT_PROPERTY(LaunchType, launchType, "Native")
   ORVANE_STRING_PROPERTY(ConnectorOSType, connectorOSType)
-  ORVANE_READ_ONLY_PROPERTY(int, DeviceTimeZoneOffset, deviceTimeZoneOffset,
-                            0)  ///< minutes east of UTC at construction
+  /// Minutes east of UTC at construction.
+  ORVANE_READ_ONLY_PROPERTY(int, int, DeviceTimeZoneOffset, deviceTimeZoneOffset, 0)
   ORVANE_TEXT_PROPERTY(ConnectorVersion, connectorVersion, "1.0.0")
   /// The language of built-in messages, as i18n_get_locale_string takes it.
   ORVANE_TEXT_PROPERTY(ConnectorLocale, connectorLocale, "en-us")
 
   // What the broker said it can do.
-  ORVANE_READ_ONLY_PROPERTY(bool, GetConnectorInfoSupported, getConnectorInfoSupported, false)
-  ORVANE_READ_ONLY_PROPERTY(bool, GetConnectorInfoAuthenticationRequired, getConnectorInfoAuthenticationRequired, true)
+  ORVANE_READ_ONLY_PROPERTY(bool, bool, GetConnectorInfoSupported, getConnectorInfoSupported, false)
+  ORVANE_READ_ONLY_PROPERTY(bool, bool, GetConnectorInfoAuthenticationRequired, getConnectorInfoAuthenticationRequired,
+                            true)
 
  public:
   /// The password, in the clear in memory and enciphered on the wire. A change ends the log-in; what was is wiped.
