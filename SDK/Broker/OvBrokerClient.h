@@ -190,7 +190,8 @@ class OvBrokerClient {
   std::string constructFullPath(const std::string& path) const;
 
   /// One HTTP exchange with one server entry: POST of `body`, or GET if it is null, at the entry's own path or at
-  /// `path` below it if that isn't null. False, with a line in the log, if no response of status 200 came.
+  /// `path` below it if that isn't null. False, with a line in the log and `response` as it was, if none of status 200
+  /// came. `server` mustn't be null.
   bool sendRequest(const char* server, const char* path, const char* body, std::string& response);
   bool sendRequest(const char* server, const char* body, std::string& response);
 
@@ -206,9 +207,11 @@ class OvBrokerClient {
   void authenticate();
 
   /// Exchanges a ticket that was issued elsewhere for the user's domain, name and password, which are then set here, or
-  /// with `validateOnly` only has it checked. Goes to the server and port that the ticket names.
+  /// with `validateOnly` only has it checked. Asks the server that the ticket names, once. The ticket's protocol and
+  /// port stay set here, whatever comes of it; the server list and a log-in stay as they were. Credentials that come
+  /// with an error are set before it is thrown.
   /// @throws OvException 87 for a ticket of the wrong form; 1311 if its server doesn't answer; 13 for a malformed
-  /// answer.
+  /// answer; 6000 if memory is short.
   void authenticateTicket(const std::string& ticket, bool validateOnly);
 
   /// Fetches the applications published to the user, in the broker's order, duplicates included. An empty list is a
@@ -243,11 +246,11 @@ class OvBrokerClient {
  private:
   struct SessionExchange;
 
-  // The one place that throws: `text`, or a built-in message in the connector's language if it is null.
+  // Throws `text`, or a built-in message in the connector's language if it is null.
   [[noreturn]] void win32Error(int code, const char* text) const;
   void refuseIfFixed(bool policy) const;
 
-  // Asks the servers of the list one after the other until one gives a response that isn't empty.
+  // Asks the servers of the list one after the other until one, `answering`, gives a response that isn't empty.
   std::string walkServers(const char* path, const char* body, std::string& answering);
   // Runs a message that carries the cookie until it is settled.
   void run(const SessionExchange& exchange);
