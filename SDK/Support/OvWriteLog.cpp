@@ -70,18 +70,13 @@ void appendToFile(const std::string& path, const std::string& line) {
 
 }  // namespace
 
-bool OvIsLogged(int level) {
-  const Log& log = theLog();
-  return log.hasFile.load(std::memory_order_relaxed) && level <= log.level.load(std::memory_order_relaxed);
-}
-
 void OvWriteLog(int level, const char* format, ...) {
   Log& log = theLog();
   const int callersErrno = errno;
   const uint32_t delay = log.delay.load(std::memory_order_relaxed);
   if (delay > 0) std::this_thread::sleep_for(std::chrono::milliseconds(delay));
   errno = callersErrno;
-  if (!OvIsLogged(level)) return;
+  if (!log.hasFile.load(std::memory_order_relaxed) || level > log.level.load(std::memory_order_relaxed)) return;
 
   va_list arguments;
   va_start(arguments, format);

@@ -20,9 +20,6 @@
 /// any time. `format` is that of printf; the length of a message has no limit. errno stays as the caller has it.
 void OvWriteLog(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-/// True if a line of `level` would be written: lets a caller skip the making of an expensive message.
-bool OvIsLogged(int level);
-
 /// Sets the highest level written. At the start it is 2; 0 writes nothing of what the program logs.
 void OvSetLogLevel(int32_t level);
 
