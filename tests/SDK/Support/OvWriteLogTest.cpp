@@ -70,6 +70,14 @@ TEST_F(OvWriteLogTest, NoPathNoFileAndABadPathNoHarm) {
   EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
 }
 
+// As where memory is short: in the "C" locale there is no way to write this character.
+TEST_F(OvWriteLogTest, AMessageThatCantBeMadeLosesItsLineAlone) {
+  static_assert(noexcept(OvWriteLog(2, "message")));
+  OvWriteLog(2, "%ls", L"\u20AC");
+  OvWriteLog(2, "next");
+  EXPECT_THAT(lines(), testing::ElementsAre(testing::EndsWith(": next")));
+}
+
 TEST_F(OvWriteLogTest, ErrnoOutlivesALineThatIsLost) {
   OvSetLogFile(folder_.file("missing/log").c_str());
   OvSetLogDelay(1);
