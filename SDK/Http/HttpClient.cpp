@@ -20,7 +20,18 @@ using HeaderList = std::unique_ptr<curl_slist, HeaderListDeleter>;
 
 [[noreturn]] void throwCurlError(CURLcode code) { throw HttpException(code, curl_easy_strerror(code)); }
 
+// What libcurl would take for something else. Blanks and control characters it refuses by itself, but a zero ends its
+// text, and what stands before an "@" would be sent to the host as credentials.
+bool isMisleading(const std::string& url) {
+  const size_t authority = url.find("://") + 3;
+  const size_t end = std::min(url.find_first_of("/?#", authority), url.size());
+  return url.find('\0') != std::string::npos || url.find('@', authority) < end;
+}
+
 HeaderList makeHeaders(const std::string& userAgent, const std::string& contentType) {
+  for (const std::string& value : {userAgent, contentType}) {
+    if (value.find_first_of("\r\n") != std::string::npos) throwCurlError(CURLE_BAD_FUNCTION_ARGUMENT);
+  }
   HeaderList headers(curl_slist_append(nullptr, ("User-Agent: " + userAgent).c_str()));
   if (!headers || !curl_slist_append(headers.get(), ("Content-Type: " + contentType).c_str())) {
     throwCurlError(CURLE_OUT_OF_MEMORY);
@@ -66,7 +77,7 @@ std::string HttpClient::post(const std::string& content) { return sendRequest("P
 
 std::string HttpClient::sendRequest(const std::string& method, const std::string* content) {
   const std::string url = method == "GET" ? getURL() : getURLWithoutQuery();
-  if (url.size() > kMaximumUrlLength) throwCurlError(CURLE_URL_MALFORMAT);
+  if (url.size() > kMaximumUrlLength || isMisleading(url)) throwCurlError(CURLE_URL_MALFORMAT);
   if (!handle_) throwCurlError(CURLE_FAILED_INIT);
   const bool isPost = method == "POST";
   // A POST without this option would send what comes from the standard input.

@@ -10,6 +10,10 @@
 /// Certificates are not checked, redirects not followed, no proxy is set (but libcurl heeds the environment's
 /// `http_proxy` and its like). A connect takes at most the connect time-out; once connected, a transfer may last as
 /// long as the server takes.
+///
+/// Nothing in a crafted address becomes credentials or a header: a URL with a blank, a control character or "name@"
+/// before its host is refused with libcurl's code for a malformed URL (3), a header's value with a line end with that
+/// for a bad argument (43).
 class HttpClient : public HttpClientBase {
  public:
   /// A body of more bytes than this ends the transfer with libcurl's write error (23): it would otherwise take all

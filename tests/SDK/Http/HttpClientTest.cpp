@@ -213,6 +213,34 @@ TEST(HttpClient, AnOverlongUrlIsRefusedNotCut) {
   EXPECT_EQ(server.requests().size(), 2u);
 }
 
+TEST(HttpClient, ACraftedPartOfAUrlReachesNobody) {
+  HttpTestServer server(echo);
+  Client client(server.url());
+  const std::string host = client.getHostName();
+  const std::pair<std::string, std::string> cases[] = {
+      {"user:secret@" + host, "/"},
+      {host, "@" + host + "/"},
+      {host + " ", "/"},
+      {host + "\r\nX: y", "/"},
+      {host, "/a\r\nX: y"},
+      {host + "%0d%0aX: y", "/"},
+      {host + std::string(1, '\0'), "/"},
+      {host, std::string("/a\0b", 4)},
+      {host, "/a?b c"},
+  };
+  for (const auto& [crafted, object] : cases) {
+    client.setHostName(crafted);
+    client.setObjectName(object);
+    EXPECT_THAT([&] { client.get(); }, failsWith(CURLE_URL_MALFORMAT)) << crafted << object;
+  }
+  client.setURL(server.url("/a@b?c@d"));
+  client.setUserAgent("agent\r\nX: y");
+  EXPECT_THAT([&] { client.get(); }, failsWith(CURLE_BAD_FUNCTION_ARGUMENT));
+  EXPECT_EQ(server.connections(), 0u);
+  client.setUserAgent("agent");
+  EXPECT_EQ(client.get(), "GET /a@b?c@d ");
+}
+
 TEST(HttpClient, TheExchangeIsLoggedAtLevel5Only) {
   const TemporaryFolder folder;
   const std::string log = folder.file("log");
