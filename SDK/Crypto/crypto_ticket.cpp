@@ -1,8 +1,6 @@
 #include <array>
 #include <cstdlib>
 #include <limits>
-#include <new>
-#include <stdexcept>
 
 #include "Crypto/KeyMaterial.h"
 #include "Crypto/crypto.h"
@@ -12,17 +10,6 @@
 using orvane::keymaterial::kTicketGrantingBlock;
 
 namespace {
-
-// A file too large for the memory counts as one that can't be read.
-std::optional<std::string> readTicketFile(const char* path) {
-  try {
-    return orvane::readFile(path);
-  } catch (const std::bad_alloc&) {
-    return std::nullopt;
-  } catch (const std::length_error&) {
-    return std::nullopt;
-  }
-}
 
 std::array<unsigned char, 16> headOf(uint32_t fileSize) {
   const std::array<uint32_t, 4> words = {1, 0, static_cast<uint32_t>(kTicketGrantingBlock.size()), fileSize};
@@ -40,7 +27,7 @@ char* appendHexadecimal(char* position, const unsigned char* bytes, size_t count
 }  // namespace
 
 char* crypto_create_tgt_response(const char* path) {
-  std::optional<std::string> file = path ? readTicketFile(path) : std::nullopt;
+  std::optional<std::string> file = path ? orvane::readFile(path) : std::nullopt;
   if (!file) return nullptr;
   const orvane::WipeAtEnd wipeFile(*file);
   if (file->size() > std::numeric_limits<uint32_t>::max()) return nullptr;

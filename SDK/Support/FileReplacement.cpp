@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <exception>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -71,7 +72,12 @@ std::optional<std::string> readFile(const std::string& path) {
   const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
   if (!file.isOpen() || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-  std::string content(static_cast<size_t>(status.st_size), '\0');
+  std::string content;
+  try {
+    content.resize(static_cast<size_t>(status.st_size));
+  } catch (const std::exception&) {  // a file may claim any size
+    return std::nullopt;
+  }
   size_t done = 0;
   while (done < content.size()) {
     const ssize_t count = read(file.number(), content.data() + done, content.size() - done);

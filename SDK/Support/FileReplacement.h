@@ -41,8 +41,8 @@ class FileReplacement {
 /// Any thread.
 bool replaceFile(const std::string& path, const void* bytes, size_t size);
 
-/// The whole content of a regular file, or nothing if it can't be opened, isn't a regular file or can't be read to its
-/// end. Any thread.
+/// The whole content of a regular file, or nothing if it can't be opened, isn't a regular file, is too large for the
+/// memory or can't be read to its end. Any thread.
 std::optional<std::string> readFile(const std::string& path);
 
 }  // namespace orvane
