@@ -12,7 +12,4 @@ inline constexpr size_t kMaximumLineLength = 4095;
 inline constexpr size_t kDecipheredCapacity = 2048;
 inline constexpr size_t kEncipheredCapacity = 2049;
 
-/// By how much an enciphered document is longer than its text. What is shorter can't be one.
-inline constexpr size_t kContainerOverhead = 19;
-
 }  // namespace orvane

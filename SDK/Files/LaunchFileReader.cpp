@@ -136,13 +136,11 @@ void readLaunchDocument(OvSettingsData& record, std::string_view document) {
   resetRecord(record);
   text = document;
 
-  if (text.size() >= kContainerOverhead) {
-    const size_t length = crypto_decrypt_buffer(reinterpret_cast<unsigned char*>(text.data()), text.size());
-    if (length > 0) {
-      text.resize(length);
-    } else {
-      text = document;  // no container, or an empty one: the trial has spoilt the copy
-    }
+  const size_t length = crypto_decrypt_buffer(reinterpret_cast<unsigned char*>(text.data()), text.size());
+  if (length > 0) {
+    text.resize(length);
+  } else {
+    text = document;  // no container, or an empty one: the trial may have spoilt the copy
   }
 
   // A first line wins over later ones, but not over a default.
