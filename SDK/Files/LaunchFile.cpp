@@ -11,7 +11,6 @@
 #include "Files/OvSettingsData.h"
 #include "Http/Downloads.h"
 #include "Support/FileReplacement.h"
-#include "Support/OvWriteLog.h"
 #include "Support/SecureMemory.h"
 
 namespace {
@@ -39,10 +38,7 @@ class Download {
 bool load(OvSettingsData& record, std::string_view document) {
   orvane::readLaunchDocument(record, document);
   for (int hop = 0; orvane::isSet(record.url); ++hop) {
-    if (hop == OVSETTINGS_MAXIMUM_HOPS) {
-      OvWriteLog(2, "ovsettings_load_ovl_buffer: More than %d documents lead to each other", OVSETTINGS_MAXIMUM_HOPS);
-      return false;
-    }
+    if (hop == OVSETTINGS_MAXIMUM_HOPS) return false;
     const Download download(record.url);
     if (!download.isComplete()) return false;
     orvane::readLaunchDocument(record, download.document());
@@ -52,11 +48,10 @@ bool load(OvSettingsData& record, std::string_view document) {
 
 // No exception leaves a function of C linkage. What is thrown here is that memory is short.
 template <typename Work>
-int resultOf(const char* function, Work work) {
+int resultOf(Work work) {
   try {
     return work() ? 1 : 0;
-  } catch (const std::exception& exception) {
-    OvWriteLog(2, "%s: %s", function, exception.what());
+  } catch (const std::exception&) {
     return 0;
   }
 }
@@ -65,7 +60,7 @@ int resultOf(const char* function, Work work) {
 
 int ovsettings_load_ovl_file(OvSettingsData* record, const char* path) {
   if (!path) return 0;
-  return resultOf(__func__, [record, path] {
+  return resultOf([record, path] {
     const std::string file(path);  // the load may free a path that is the record's own string
     std::optional<std::string> content = orvane::readFile(file);
     if (!content || content->empty()) return false;
@@ -79,12 +74,12 @@ int ovsettings_load_ovl_file(OvSettingsData* record, const char* path) {
 
 int ovsettings_load_ovl_buffer(OvSettingsData* record, const void* bytes, size_t size) {
   if (!bytes && size > 0) return 0;
-  return resultOf(__func__, [=] { return load(*record, {static_cast<const char*>(bytes), size}); });
+  return resultOf([=] { return load(*record, {static_cast<const char*>(bytes), size}); });
 }
 
 int ovsettings_load_ovl_url(OvSettingsData* record, const char* url) {
   if (!url) return 0;
-  return resultOf(__func__, [record, url] {
+  return resultOf([record, url] {
     const Download download(url);
     return download.isComplete() && load(*record, download.document());
   });
@@ -92,7 +87,7 @@ int ovsettings_load_ovl_url(OvSettingsData* record, const char* url) {
 
 int ovsettings_save_ovl_file(const OvSettingsData* record, const char* path) {
   if (!path) return 0;
-  return resultOf(__func__, [record, path] {
+  return resultOf([record, path] {
     std::string text;
     const orvane::WipeAtEnd wipeText(text);
     if (!orvane::writeLaunchDocument(*record, text)) return false;

@@ -6,7 +6,6 @@
 #include "Files/LaunchFileKeys.h"
 #include "Files/LaunchFileLimits.h"
 #include "Files/LaunchFileStrings.h"
-#include "Support/OvWriteLog.h"
 #include "Support/SecureMemory.h"
 
 namespace orvane {
@@ -121,9 +120,7 @@ class LineWriter {
 bool writeLaunchDocument(const OvSettingsData& record, std::string& text) {
   text.reserve(text.size() + roomFor(record));
   for (const LaunchFileKey& key : launchFileKeys()) {
-    if (std::visit(LineWriter(record, key, text), key.field)) continue;
-    OvWriteLog(2, "ovsettings_save_ovl_file: The value of \"%s\" is too long", key.name.data());
-    return false;
+    if (!std::visit(LineWriter(record, key, text), key.field)) return false;
   }
   return true;
 }

@@ -7,7 +7,7 @@
 namespace orvane {
 
 /// Adds the text of the record's launch file, before it is enciphered as a whole, to `text`. It holds secrets: the
-/// caller wipes it, also after a failure. False, and one line in the log, if a value is too long to be read back.
+/// caller wipes it, also after a failure. False if a value is too long to be read back.
 /// @throws std::bad_alloc if memory is short.
 bool writeLaunchDocument(const OvSettingsData& record, std::string& text);
 

@@ -48,11 +48,11 @@ void ovsettings_free(OvSettingsData* record);
 /// @}
 
 /// @name Launch files
-/// All return 1 on success and 0 on failure. A load replaces the whole record and blocks on the network if the document
-/// names a URL to read instead: up to OVSETTINGS_MAXIMUM_HOPS documents are fetched, and the record is then that of the
-/// last one. It fails if a fetch does or if that last one still names a URL, and leaves the record as the last document
-/// that was read filled it. Anything at all reads as a document: lines that mean nothing are ignored.
-/// docs/launch-file.md tells the format.
+/// All return 1 on success and 0 on failure; the log has a line for a failed fetch alone. A load replaces the whole
+/// record and blocks on the network if the document names a URL to read instead: up to OVSETTINGS_MAXIMUM_HOPS
+/// documents are fetched, and the record is then that of the last one. It fails if a fetch does or if that last one
+/// still names a URL, and leaves the record as the last document that was read filled it. Anything at all reads as a
+/// document: lines that mean nothing are ignored. docs/launch-file.md tells the format.
 /// @{
 
 /// Loads the file at `path`, enciphered or plain. If the load succeeds and `delete_file` is then set, the file is
@@ -71,8 +71,7 @@ int ovsettings_load_ovl_url(OvSettingsData* record, const char* url);
 ///
 /// Fails if the file can't be written, and if a value is too long to be read back: `password` above 255 bytes and
 /// `program_full_path` above 1,023 (counted with `%`, LF and CR escaped, which makes them 2, 3 and 3 bytes), or any
-/// other string that makes its line longer than 4,095 bytes. Such a value is named in the log at level 2, without its
-/// text. After a failure the file is as it was.
+/// other string that makes its line longer than 4,095 bytes. After a failure the file is as it was.
 int ovsettings_save_ovl_file(const OvSettingsData* record, const char* path);
 /// @}
 
