@@ -93,21 +93,26 @@ class LineWriter {
   }
 
   // The escapes go inside, as the reader undoes them on the deciphered text. How much a block holds is a matter of its
-  // table: what comes back tells whether it was enough.
+  // table, so a trial tells: with a character in the place of the zero at the end, without which a reader may run on.
   template <typename Encipher, typename Decipher>
   bool writeEnciphered(const char* value, Encipher encipher, Decipher decipher) const {
     std::string escaped;
     const WipeAtEnd wipeEscaped(escaped);
-    escaped.reserve(kLongestEscape * strlen(value));
+    escaped.reserve(kLongestEscape * strlen(value) + 1);
     appendEscaped(escaped, value);
 
+    escaped += '.';
     char enciphered[kEncipheredCapacity];
     encipher(escaped.c_str(), enciphered, sizeof enciphered);
     char plain[kDecipheredCapacity];
     decipher(enciphered, plain, sizeof plain);
     const bool isWhole = escaped == plain;
     wipe(plain, sizeof plain);
-    return isWhole && writeLine(enciphered);
+    if (!isWhole) return false;
+
+    escaped.pop_back();
+    encipher(escaped.c_str(), enciphered, sizeof enciphered);
+    return writeLine(enciphered);
   }
 
   const OvSettingsData& record_;

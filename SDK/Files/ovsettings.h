@@ -69,8 +69,8 @@ int ovsettings_load_ovl_url(OvSettingsData* record, const char* url);
 
 /// Writes the record to `path` as an enciphered file of mode 0600, replacing it as a whole.
 ///
-/// Fails if the file can't be written, and if a value is too long to be read back: `password` above 255 bytes and
-/// `program_full_path` above 1,023 (counted with `%`, LF and CR escaped, which makes them 2, 3 and 3 bytes), or any
+/// Fails if the file can't be written, and if a value is too long to be read back: `password` above 254 bytes and
+/// `program_full_path` above 1,022 (counted with `%`, LF and CR escaped, which makes them 2, 3 and 3 bytes), or any
 /// other string that makes its line longer than 4,095 bytes. After a failure the file is as it was.
 int ovsettings_save_ovl_file(const OvSettingsData* record, const char* path);
 /// @}

@@ -150,8 +150,8 @@ TEST_F(LaunchFileSave, WhatIsTooLongToBeReadBackIsRefusedWithoutAWrite) {
     size_t length;  // of the longest value that fits
     char last;
   } const cases[] = {
-      {"password", ovsettings_set_password, 254, '%'},
-      {"alternate shell", ovsettings_set_program_full_path, 1021, '\n'},
+      {"password", ovsettings_set_password, 253, '%'},
+      {"alternate shell", ovsettings_set_program_full_path, 1020, '\n'},
       {"domain", ovsettings_set_domain, 4095 - strlen("domain:u:") - 2, '\r'},
       {"llmservers", ovsettings_set_broker_servers, 4095 - strlen("llmservers:u:"), 's'},
   };
