@@ -11,8 +11,7 @@ namespace {
 constexpr size_t kNotFound = std::string::npos;
 constexpr int32_t kHighestPort = 65535;
 
-// What parameters may take beyond the query's own size. Only value-less parts, which repeat what follows them, need
-// any.
+// What parameters may take beyond the query's own size. Only value-less parts need any: they repeat what follows them.
 constexpr size_t kRepetitionLimit = size_t{1} << 20;
 
 [[noreturn]] void refuse() { throw OvException(0, "Invalid URL specified."); }

@@ -16,17 +16,15 @@ class OvUrlParser {
  public:
   /// Fills all parts from `text`, replacing what an earlier call left. A text that is refused leaves the parts as far
   /// as they were read.
-  /// @throws OvException code 0, "Invalid URL specified.", if `text` has no "://", a port outside 1 to 65535, or so
-  /// many
-  ///         value-less query parts that the keys made of them would take memory out of all proportion to the text.
+  /// @throws OvException code 0, "Invalid URL specified.", if `text` has no "://" or a port outside 1 to 65535, or if
+  ///         its value-less query parts make keys that would take memory out of all proportion to the text.
   void parse(const std::string& text);
 
   const std::string& url() const { return url_; }        ///< the whole text
   const std::string& scheme() const { return scheme_; }  ///< what stands before "://" or ":///"
   const std::string& host() const { return host_; }      ///< empty if not found
   int32_t port() const { return port_; }                 ///< -1 if the text names none
-  /// With its leading slash, or empty. What stands between the marker and a "?" without any slash is a path without
-  /// one.
+  /// With its leading slash, or empty. What stands between marker and "?" without any slash is a path without one.
   const std::string& path() const { return path_; }
   const std::string& query() const { return query_; }  ///< without its question mark, or empty
   /// The query's pairs; of a key that stands there twice, the first.

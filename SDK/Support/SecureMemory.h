@@ -6,8 +6,7 @@
 
 namespace orvane {
 
-/// Overwrites `size` bytes at `memory` with zeros, in a way that the compiler keeps. `memory` may be null if `size` is
-/// 0.
+/// Overwrites `size` bytes at `memory` with zeros, in a way that the compiler keeps. It may be null if `size` is 0.
 inline void wipe(void* memory, size_t size) {
   if (size > 0) explicit_bzero(memory, size);
 }
