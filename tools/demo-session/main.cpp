@@ -1,11 +1,14 @@
-// demo-session --ovl PATH: reads a launch file as a session program would and says what it would do.
+// demo-session --ovl PATH: reads a launch file as a session program would, says what it would do, and holds the session
+// for others to share.
 
 #include <algorithm>
 #include <cstring>
 #include <iostream>
 
+#include "DemoRegistry.h"
 #include "Files/OvSettings.h"
 #include "RecordPrinter.h"
+#include "SessionHolder.h"
 
 namespace {
 
@@ -23,6 +26,8 @@ int main(int count, char** arguments) {
     std::cerr << "Usage: demo-session --ovl PATH\n";
     return 2;
   }
+  orvane::demo::SessionHolder holder;
+  orvane::demo::useRegistryOfEnvironment();
   OvSettings record;
   if (!record.loadOvlFile(arguments[2])) {
     std::cerr << "demo-session: " << arguments[2] << " can't be read as a launch file.\n";
@@ -33,5 +38,7 @@ int main(int count, char** arguments) {
     return 1;
   }
   orvane::demo::printRecord(record, std::cout);
+  std::cout << std::flush;
+  holder.hold(record);
   return 0;
 }

@@ -168,31 +168,32 @@ void Conversation::writeIcons() const {
   std::cout << written << " icons are in " << folder.string() << ".\n";
 }
 
-const OvApplication& Conversation::chosenApplication() const {
-  const auto fits = [this](const auto& application) {
-    return options_.application.empty() || application->getName() == options_.application ||
-           displayName(*application) == options_.application;
-  };
-  const auto found = std::ranges::find_if(applications_, fits);
-  if (found != applications_.end()) return **found;
-  throw Failure(options_.application.empty()
-                    ? "There is nothing to launch."
-                    : "\"" + printable(options_.application) + "\" is not published to this user.");
+const OvApplication& Conversation::applicationNamed(const std::string& name) const {
+  const auto found = std::ranges::find_if(applications_, [&](const auto& application) {
+    return application->getName() == name || displayName(*application) == name;
+  });
+  if (found == applications_.end()) throw Failure("\"" + printable(name) + "\" is not published to this user.");
+  return **found;
 }
 
-std::string Conversation::launch() {
-  const OvApplication& application = chosenApplication();
+const OvApplication& Conversation::firstApplication() const {
+  if (!options_.application.empty()) return applicationNamed(options_.application);
+  if (applications_.empty()) throw Failure("There is nothing to launch.");
+  return *applications_.front();
+}
+
+const OvApplication* Conversation::secondApplication() const {
+  if (!options_.second.empty()) return &applicationNamed(options_.second);
+  return applications_.size() < 2 ? nullptr : std::next(applications_.begin())->get();
+}
+
+std::unique_ptr<OvSettings> Conversation::launch(const OvApplication& application) {
   std::cout << "Launching \"" << printable(displayName(application)) << "\" ...\n";
-  std::unique_ptr<OvSettings> record;
   try {
-    record = client_.launchApplication(application.getName());
+    return client_.launchApplication(application.getName());
   } catch (const OvException& exception) {
     throw Failure(explained("The launch", exception));
   }
-  const std::string path = (std::filesystem::path(options_.folder) / "launch.ovl").string();
-  if (!record->saveOvlFile(path.c_str())) throw Failure("The launch file " + path + " can't be written.");
-  std::cout << "The launch file is " << path << ".\n";
-  return path;
 }
 
 }  // namespace orvane::walkthrough

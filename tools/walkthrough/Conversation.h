@@ -21,14 +21,17 @@ class Conversation {
   void showFarm();
   /// Prints the published applications by folder and writes their icons as PNG.
   void listApplications();
-  /// Asks to launch the chosen application and writes the launch file. @return its path.
-  std::string launch();
+  /// The application to launch first, and the one to launch then, if there is another.
+  const OvApplication& firstApplication() const;
+  const OvApplication* secondApplication() const;
+  /// Asks the broker to launch an application. @return what a session program needs to know.
+  std::unique_ptr<OvSettings> launch(const OvApplication& application);
 
  private:
   // Makes the client ask this URL. Empty if it answers as a broker, else why not.
   std::string askForBroker(const std::string& url);
   void writeIcons() const;
-  const OvApplication& chosenApplication() const;
+  const OvApplication& applicationNamed(const std::string& name) const;
 
   const Options options_;
   OvBrokerClient client_;

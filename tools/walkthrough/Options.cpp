@@ -17,6 +17,7 @@ const char* const kUsage =
     "  --user [DOMAIN\\]NAME     who logs in; without it the log-in is anonymous\n"
     "  --password-file FILE    the password is the file's first line; - reads it from standard input\n"
     "  --application NAME      what to launch; without it the first application of the list\n"
+    "  --second NAME           what to launch then; without it the second application of the list\n"
     "  --folder FOLDER         where icons and the launch file go; without it the current folder\n"
     "  --session-program PATH  what is started with --ovl and the launch file\n"
     "  --certificate FILE      PEM file that must vouch for the broker's name; without it any certificate will do\n"
@@ -37,6 +38,7 @@ constexpr struct {
     {"--user", &Options::user},
     {"--password-file", &Options::passwordFile},
     {"--application", &Options::application},
+    {"--second", &Options::second},
     {"--folder", &Options::folder},
     {"--session-program", &Options::sessionProgram},
     {"--certificate", &Options::certificate},

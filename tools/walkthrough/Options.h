@@ -11,6 +11,7 @@ struct Options {
   std::string user;          ///< `name` or `DOMAIN\name`; empty: anonymous
   std::string passwordFile;  ///< its first line is the password; "-" is standard input; empty: no password
   std::string application;   ///< name of the one to launch; empty: the first in the list
+  std::string second;        ///< name of the one to launch then; empty: the second in the list
   std::string folder = ".";  ///< where icons and the launch file go
   std::string sessionProgram = DEMO_SESSION;  ///< started with `--ovl` and the launch file
   std::string certificate;  ///< PEM file that must vouch for the broker; empty: any certificate will do

@@ -4,13 +4,15 @@
 #include <iostream>
 
 #include "Conversation.h"
+#include "DemoRegistry.h"
 #include "Explanation.h"
 #include "Options.h"
-#include "SessionProgram.h"
+#include "SessionLauncher.h"
 
 using namespace orvane::walkthrough;
 
 int main(int count, char** arguments) {
+  orvane::demo::useRegistryOfEnvironment();
   try {
     const Options options = readOptions(count, arguments);
     if (options.help) {
@@ -22,10 +24,10 @@ int main(int count, char** arguments) {
     conversation.logIn();
     conversation.showFarm();
     conversation.listApplications();
-    const std::string launchFile = conversation.launch();
-    std::cout << std::flush;
-    const int status = runSessionProgram(options.sessionProgram, launchFile);
-    if (status != 0) throw Failure("The session program ended with status " + std::to_string(status) + ".");
+    SessionLauncher launcher(options.sessionProgram, options.folder);
+    launcher.start(*conversation.launch(conversation.firstApplication()));
+    if (const OvApplication* second = conversation.secondApplication()) launcher.start(*conversation.launch(*second));
+    launcher.endSessions();
     return 0;
   } catch (const UsageError& error) {
     std::cerr << error.what() << "\n\n" << kUsage;

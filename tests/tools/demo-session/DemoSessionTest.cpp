@@ -1,11 +1,25 @@
+#include <csignal>
+
 #include "Crypto/crypto.h"
+#include "Files/OvSettings.h"
+#include "Sessions/OvSessionManager.h"
 #include "Support/ChildProcess.h"
+#include "Support/DemoRegistryOfTest.h"
 #include "Support/TemporaryFolder.h"
 
 using testing::HasSubstr;
 using testing::Not;
 
 namespace {
+
+// Until the session is known to others.
+void readToBeginning(ChildProcess& program) {
+  std::string line;
+  do {
+    line = program.line();
+    ASSERT_THAT(line, testing::EndsWith("\n")) << program.errors();
+  } while (line != "Session 1: is running.\n");
+}
 
 TEST(DemoSessionTest, WhatIsNoLaunchFileIsRefusedInWords) {
   const TemporaryFolder folder;
@@ -37,18 +51,47 @@ TEST(DemoSessionTest, WhatIsNoLaunchFileIsRefusedInWords) {
 }
 
 TEST(DemoSessionTest, NeitherSecretsNorControlCharactersAreShown) {
+  const DemoRegistryOfTest registry;
   const TemporaryFolder folder;
   char password[513] = "";
   crypto_encrypt_password("open sesame", password, sizeof password);
   writeFile(folder.file("plain.ovl"), std::string("serveraddr:s:192.0.2.1\nusername:u:anna\x1b[2J\xC2\x9B\x32J\n") +
                                           "ticket:s:T-4711\npassword:s:" + password + "\ndeletefile:i:1\n");
   ChildProcess program(DEMO_SESSION_PROGRAM, {"--ovl", folder.file("plain.ovl")});
-  EXPECT_EQ(program.end(), 0) << program.errors();
+  readToBeginning(program);
+  EXPECT_EQ(program.end(SIGTERM), 0) << program.errors();
   EXPECT_THAT(program.output(), HasSubstr("192.0.2.1) as anna?[2J?2J with a ticket"));
   for (const char* masked : {"\n  Ticket: ********\n", "\n  Password: ********\n"})
     EXPECT_THAT(program.output(), HasSubstr(masked));
   for (const char* secret : {"sesame", "4711", "\x1b"}) EXPECT_THAT(program.output(), Not(HasSubstr(secret)));
   EXPECT_FALSE(std::filesystem::exists(folder.file("plain.ovl")));
+}
+
+TEST(DemoSessionTest, OthersFindTheSessionAndItDoesWhatTheyAsk) {
+  const DemoRegistryOfTest registry;
+  OvSessionManager::useRegistry(registry.names());
+  const TemporaryFolder folder;
+  OvSettings record;
+  record.setServerName("APP01");
+  record.setDomain("D");
+  record.setUsername("anna");
+  using Command = int (OvSessionManager::*)(uint32_t);
+  for (const auto& [end, word] : {std::pair<Command, std::string>{&OvSessionManager::logoffSession, "log off"},
+                                  {&OvSessionManager::disconnectSession, "disconnect"}}) {
+    ASSERT_TRUE(record.saveOvlFile(folder.file("launch.ovl").c_str()));
+    ChildProcess program(DEMO_SESSION_PROGRAM, {"--ovl", folder.file("launch.ovl")});
+    readToBeginning(program);
+    OvSessionManager manager;
+    ASSERT_EQ(manager.findSession(record), 1u);
+    EXPECT_EQ(manager.startApplication(1, "calc\x1b.exe", "C:\\"), 1);
+    EXPECT_EQ(program.line(), "Session 1: would run calc?.exe in C:\\ as well.\n");
+    EXPECT_EQ(manager.activateSessionView(1), 1);
+    EXPECT_EQ(program.line(), "Session 1: would come to the front.\n");
+    EXPECT_EQ((manager.*end)(1), 1);
+    EXPECT_EQ(program.line(), "Session 1: would " + word + ".\n");
+    EXPECT_EQ(program.end(), 0);
+    EXPECT_EQ(manager.findSession(record), 0u);
+  }
 }
 
 }  // namespace

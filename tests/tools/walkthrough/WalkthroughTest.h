@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "Support/DemoRegistryOfTest.h"
 #include "Support/TemporaryFolder.h"
 #include "demo-broker/DemoBroker.h"
 
@@ -32,6 +33,7 @@ class WalkthroughTest : public testing::Test {
   /// An executable shell script in the test's folder.
   std::string script(const std::string& name, const std::string& commands) const;
 
+  const DemoRegistryOfTest registry_;
   const TemporaryFolder folder_;
   orvane::demo::DemoBroker broker_{farm(), {.useTls = true}};
 };

@@ -66,7 +66,7 @@ TEST_F(WholeWayTest, TheLaunchFileIsEncipheredPrivateAndGoneInTheEnd) {
     std::string application, secret, shown;
   } cases[] = {{"Writer", "password", "Password: ********"}, {"ledger", "ticket", "Ticket: ********"}};
   for (const auto& [application, secret, shown] : cases) {
-    const Run run = walk({"--application", application, "--session-program", witness});
+    const Run run = walk({"--application", application, "--second", application, "--session-program", witness});
     ASSERT_EQ(run.status, 0) << run.errors;
     EXPECT_THAT(run.output, HasSubstr("\n  " + shown + "\n"));
     EXPECT_FALSE(std::filesystem::exists(folder_.file("launch.ovl")));
@@ -82,6 +82,22 @@ TEST_F(WholeWayTest, TheLaunchFileIsEncipheredPrivateAndGoneInTheEnd) {
     EXPECT_THAT(content, HasSubstr("username:u:demo\n"));
     EXPECT_THAT(content, HasSubstr("\n" + secret + ":u:"));
     EXPECT_THAT(content, Not(HasSubstr(kPassword)));
+  }
+}
+
+TEST_F(WholeWayTest, WhatFitsARunningSessionGoesThereAndWhatDoesNotStartsAnother) {
+  const struct {
+    const char* second;
+    const char* words;
+  } cases[] = {
+      {"Spreadsheet", "\nIt goes to session 1, which is running.\n"},
+      {"ledger", "\nSession 2: is running.\n"},  // on another server
+  };
+  for (const auto& [second, words] : cases) {
+    const Run run = walk({"--application", "Writer", "--second", second});
+    ASSERT_EQ(run.status, 0) << run.errors;
+    EXPECT_THAT(run.output, HasSubstr(words));
+    EXPECT_THAT(run.output, HasSubstr("\nSession 1: would disconnect.\nSession 1: has ended.\n"));
   }
 }
 
