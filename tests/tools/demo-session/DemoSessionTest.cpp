@@ -55,8 +55,9 @@ TEST(DemoSessionTest, NeitherSecretsNorControlCharactersAreShown) {
   const TemporaryFolder folder;
   char password[513] = "";
   crypto_encrypt_password("open sesame", password, sizeof password);
-  writeFile(folder.file("plain.ovl"), std::string("serveraddr:s:192.0.2.1\nusername:u:anna\x1b[2J\xC2\x9B\x32J\n") +
-                                          "ticket:s:T-4711\npassword:s:" + password + "\ndeletefile:i:1\n");
+  std::string text = "serveraddr:s:192.0.2.1\nusername:u:anna\x1b[2J\xC2\x9B\x32J\nticket:s:T-4711\ndeletefile:i:1\n";
+  text.append("password:s:").append(password).append("\n");
+  writeFile(folder.file("plain.ovl"), text);
   ChildProcess program(DEMO_SESSION_PROGRAM, {"--ovl", folder.file("plain.ovl")});
   readToBeginning(program);
   EXPECT_EQ(program.end(SIGTERM), 0) << program.errors();

@@ -25,7 +25,7 @@ TEST_F(FailureTest, StepsThatDoNotWorkOut) {
   writeFile(folder_.file("long"), kPassword + std::string(255, 'x'));
   for (const char* blocked : {"no-icon/icons/1.png/x", "no-launch/launch.ovl/x"})
     std::filesystem::create_directories(folder_.file(blocked));
-  const std::string unknownHost = std::string(64, 'a') + ".invalid";  // too long a label to be asked for on the network
+  const std::string longLabel(64, 'a');  // nobody asks the network for a name with such a part
 
   const struct {
     std::string words;
@@ -34,7 +34,7 @@ TEST_F(FailureTest, StepsThatDoNotWorkOut) {
   } cases[] = {
       {"Reading the address \"http://h:99999\" failed: Invalid URL specified.\n", {"--broker", "http://h:99999"}},
       {"httpx://h:8080: this is no http or https URL", {"--broker", "httpx://h"}},
-      {"resolve host name (6)\n", {"--broker", "http://" + unknownHost}},
+      {"resolve host name (6)\n", {"--broker", "http://" + longLabel + ".invalid"}},
       {"server (7)\n", {"--broker", refusing.url("")}},
       {"answers, but not as a broker does", {}, Fault{.kind = Kind::kWrongRoot, .request = "brokerinfo", .times = 0}},
       {"(404)", {}, Fault{.kind = Kind::kStatus, .request = "brokerinfo", .times = 0, .number = 404}},
