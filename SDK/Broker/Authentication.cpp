@@ -87,18 +87,12 @@ void OvBrokerClient::authenticate() {
   std::string response = walkServers(nullptr, body.c_str(), answering);
   OvWriteLog(5, "%s::authenticate, response=%s", "OvBrokerClient", response.c_str());
 
-  const SimpleXML document(std::move(response));
-  SimpleXML attributes;
-  SimpleXML content;
-  if (document.FindTag("authenticate-rsp", attributes, content) <= 0) win32Error(protocol::kErrorInvalidData, nullptr);
-
-  const ResponseFields fields(content, useUtf8OnWire_);
-  const int errorCode = fields.number("errorcode").value_or(0);
-  const std::string errorText = fields.text("errortext").value_or("");
+  const ResponseFields fields = answerIn(std::move(response), "authenticate-rsp");
+  const ResponseFields::Error error = fields.error();
   const std::string cookie = fields.text("cookie").value_or("");
   applyPolicies(fields);
   applyCapabilities(fields);
-  if (errorCode != 0) win32Error(errorCode, errorText.c_str());
+  if (error.code != 0) win32Error(error.code, error.text.c_str());
 
   activeServer_ = answering;
   cookie_ = cookie;

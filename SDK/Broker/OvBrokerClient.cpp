@@ -135,13 +135,18 @@ std::string OvBrokerClient::walkServers(const char* path, const char* body, std:
   win32Error(protocol::kErrorNoLogonServers, nullptr);
 }
 
-void OvBrokerClient::getBrokerInfo() {
-  std::string answering;
-  const SimpleXML response(walkServers("/brokerinfo", nullptr, answering));
+orvane::ResponseFields OvBrokerClient::answerIn(std::string response, const std::string& root) const {
+  const SimpleXML document(std::move(response));
   SimpleXML attributes;
   SimpleXML content;
-  if (response.FindTag("brokerinfo", attributes, content) <= 0) win32Error(protocol::kErrorInvalidData, nullptr);
-  applyCapabilities(orvane::ResponseFields(content, useUtf8OnWire_));
+  if (document.FindTag(root.c_str(), attributes, content) <= 0) win32Error(protocol::kErrorInvalidData, nullptr);
+  return {std::move(content), useUtf8OnWire_};
+}
+
+void OvBrokerClient::getBrokerInfo() {
+  std::string answering;
+  std::string response = walkServers("/brokerinfo", nullptr, answering);
+  applyCapabilities(answerIn(std::move(response), "brokerinfo"));
   activeServer_ = answering;
 }
 

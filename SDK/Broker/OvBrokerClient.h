@@ -252,6 +252,8 @@ class OvBrokerClient {
 
   // Asks the servers of the list one after the other until one, `answering`, gives a response that isn't empty.
   std::string walkServers(const char* path, const char* body, std::string& answering);
+  // What the root element of a response holds; code 13 if there is none.
+  orvane::ResponseFields answerIn(std::string response, const std::string& root) const;
   // Runs a message that carries the cookie until it is settled.
   void run(const SessionExchange& exchange);
   void applyCapabilities(const orvane::ResponseFields& response);

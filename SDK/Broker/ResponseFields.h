@@ -32,6 +32,13 @@ class ResponseFields {
   /// `content` is what stands between the tags of the response or item.
   ResponseFields(SimpleXML content, bool utf8) : content_(std::move(content)), utf8_(utf8) {}
 
+  /// How the broker says that it refuses; the code 0 if it doesn't.
+  struct Error {
+    int code;
+    std::string text;
+  };
+  Error error() const { return {number("errorcode").value_or(0), text("errortext").value_or("")}; }
+
   std::optional<int> number(const char* name) const;
   std::optional<std::string> text(const char* name) const;
   /// The field as the wire has it: not decoded, not even copied.

@@ -28,20 +28,13 @@ void OvBrokerClient::run(const SessionExchange& exchange) {
     }
     OvWriteLog(5, "%s::%s, response=%s", "OvBrokerClient", exchange.operation, response.c_str());
 
-    const SimpleXML document(std::move(response));
-    SimpleXML attributes;
-    SimpleXML content;
-    if (document.FindTag(responseName.c_str(), attributes, content) <= 0)
-      win32Error(protocol::kErrorInvalidData, nullptr);
-
-    const orvane::ResponseFields fields(content, useUtf8OnWire_);
-    const int errorCode = fields.number("errorcode").value_or(0);
-    const std::string errorText = fields.text("errortext").value_or("");
-    if (errorCode == 0) return exchange.deliver(fields);
-    if (errorCode != protocol::kErrorNotLoggedIn) win32Error(errorCode, errorText.c_str());
+    const orvane::ResponseFields fields = answerIn(std::move(response), responseName);
+    const orvane::ResponseFields::Error error = fields.error();
+    if (error.code == 0) return exchange.deliver(fields);
+    if (error.code != protocol::kErrorNotLoggedIn) win32Error(error.code, error.text.c_str());
     clearActiveState();
-    lastErrorCode = errorCode;
-    lastErrorText = errorText;
+    lastErrorCode = error.code;
+    lastErrorText = error.text;
   }
   win32Error(lastErrorCode, lastErrorCode == protocol::kErrorNotLoggedIn ? lastErrorText.c_str() : nullptr);
 }

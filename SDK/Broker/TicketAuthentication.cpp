@@ -128,15 +128,8 @@ void OvBrokerClient::authenticateTicket(const std::string& ticket, bool validate
   if (!sendRequest(address->host.c_str(), body.c_str(), response)) win32Error(protocol::kErrorNoLogonServers, nullptr);
   OvWriteLog(5, "%s::authenticateTicket, response=%s", "OvBrokerClient", response.c_str());
 
-  const SimpleXML document(std::move(response));
-  SimpleXML attributes;
-  SimpleXML content;
-  if (document.FindTag((message + "-rsp").c_str(), attributes, content) <= 0)
-    win32Error(protocol::kErrorInvalidData, nullptr);
-
-  const ResponseFields fields(content, useUtf8OnWire_);
-  const int errorCode = fields.number("errorcode").value_or(0);
-  const std::string errorText = fields.text("errortext").value_or("");
+  const ResponseFields fields = answerIn(std::move(response), message + "-rsp");
+  const ResponseFields::Error error = fields.error();
   const std::optional<std::string> answer = validateOnly ? std::nullopt : fields.text("ticket");
   if (answer) {
     std::optional<TicketCredentials> credentials = readCredentials(*answer, sessionKey);
@@ -147,5 +140,5 @@ void OvBrokerClient::authenticateTicket(const std::string& ticket, bool validate
     password_ = credentials->password;
     orvane::wipe(credentials->password);
   }
-  if (errorCode != 0) win32Error(errorCode, errorText.c_str());
+  if (error.code != 0) win32Error(error.code, error.text.c_str());
 }
