@@ -50,7 +50,7 @@ class Registry {
     return name;
   }
   const std::string folder_ = newFolder();
-  const std::string base_ = "/" + std::filesystem::path(folder_).filename().string();
+  const std::string base_ = folder_.substr(folder_.rfind('/'));
   const orvane::SessionRegistryNames names_{base_ + ".mutex", base_ + ".shared", folder_ + "/socket"};
 };
 
