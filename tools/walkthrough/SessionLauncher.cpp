@@ -1,6 +1,7 @@
 #include "SessionLauncher.h"
 
 #include <chrono>
+#include <cstring>
 #include <filesystem>
 #include <iostream>
 
@@ -37,6 +38,10 @@ void SessionLauncher::start(const OvSettings& record) {
 }
 
 bool SessionLauncher::joinRunningSession(const OvSettings& record) {
+  // A text that no event can hold says nothing against the sessions.
+  for (const char* text : {record.getProgramFullPath(), record.getProgramWorkingDir()}) {
+    if (text && strlen(text) > OvSessionManager::kLongestText) return false;
+  }
   for (int dead = 0; dead < kMostDeadSessions; ++dead) {
     const uint32_t sessionId = manager_.findSession(record);
     if (sessionId == 0) return false;
