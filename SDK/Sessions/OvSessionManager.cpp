@@ -61,6 +61,15 @@ std::shared_ptr<OvSessionInfo> publicCopy(const OvSESSION_INFO& record) {
                                                        record.username});
 }
 
+// Closing waits for the listener thread. From within a call that it makes, another thread has to do it.
+void closeRegistry(OvSessionManagerImpl* last) {
+  if (last->isListenerThread()) {
+    std::thread([last] { delete last; }).detach();
+  } else {
+    delete last;
+  }
+}
+
 }  // namespace
 
 OvSessionManager::OvSessionManager(OvSessionManagerObserver* observer) : observer_(observer) {
@@ -68,7 +77,7 @@ OvSessionManager::OvSessionManager(OvSessionManagerObserver* observer) : observe
   ProcessState& state = processState();
   const std::scoped_lock lock(state.OvMutex);
   if (state.managerCount == 0) {
-    state.implementation = std::make_shared<OvSessionManagerImpl>(state.names, state.observers);
+    state.implementation.reset(new OvSessionManagerImpl(state.names, state.observers), closeRegistry);
     state.implementation->addProcess(OvSessionManagerImpl::getProcessId());
   }
   implementation_ = state.implementation;
@@ -79,22 +88,20 @@ OvSessionManager::OvSessionManager(OvSessionManagerObserver* observer) : observe
 OvSessionManager::~OvSessionManager() {
   logCall(__func__);
   ProcessState& state = processState();
-  bool isLast = false;
   {
     const std::scoped_lock lock(state.OvMutex);
-    isLast = --state.managerCount == 0;
-    if (isLast) {
+    if (--state.managerCount == 0) {
       // The path has to be free when the next object is made. The rest is done without OvMutex: the listener thread may
       // be in an observer that makes an object itself.
       implementation_->removeProcess(OvSessionManagerImpl::getProcessId());
       implementation_->stopListening();
       state.implementation.reset();
+    } else {
+      // Under the lock, so that whichever object is the last also is the one that closes the registry.
+      implementation_.reset();
     }
   }
   if (observer_) state.observers.removeAll(observer_);
-  if (isLast && implementation_->isListenerThread()) {
-    std::thread([last = std::exchange(implementation_, nullptr)]() mutable { last.reset(); }).detach();
-  }
 }
 
 void OvSessionManager::useRegistry(orvane::SessionRegistryNames names) {

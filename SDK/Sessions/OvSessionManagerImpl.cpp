@@ -17,8 +17,10 @@ namespace {
 
 constexpr char kClass[] = "OvSessionManagerImpl";
 
-bool hasReadableTexts(const OvSESSION_INFO& record) {
-  return orvane::fixedText(record.server) && orvane::fixedText(record.domain) && orvane::fixedText(record.username);
+// Whether a program of ours could have written this.
+bool isPossible(const OvSESSION_INFO& record) {
+  return record.processId <= INT32_MAX && record.sessionSharing <= 1 && record.sslGateway <= 1 &&
+         orvane::fixedText(record.server) && orvane::fixedText(record.domain) && orvane::fixedText(record.username);
 }
 
 OvSESSION_INFO* recordOf(OvSharedSegment& segment, uint32_t sessionId) {
@@ -158,7 +160,7 @@ std::vector<uint32_t> OvSessionManagerImpl::getProcessList() {
 
 uint32_t OvSessionManagerImpl::addSession(const OvSESSION_INFO& session, OvSessionObserver* observer) {
   if (!isOpen(__func__)) return 0;
-  if (!hasReadableTexts(session)) {
+  if (!isPossible(session)) {
     OvWriteLog(2, "%s::%s: text without end", kClass, __func__);
     return 0;
   }
@@ -185,7 +187,7 @@ std::unique_ptr<OvSESSION_INFO> OvSessionManagerImpl::getSessionInfo(uint32_t se
     const OvSESSION_INFO* const record = sessionId != 0 ? recordOf(segment, sessionId) : nullptr;
     return record ? std::make_unique<OvSESSION_INFO>(*record) : nullptr;
   });
-  if (result && !hasReadableTexts(*result)) result.reset();
+  if (result && !isPossible(*result)) result.reset();
   return result;
 }
 
@@ -205,7 +207,6 @@ std::vector<OvSESSION_INFO> OvSessionManagerImpl::getSessionList() {
   std::vector<OvSESSION_INFO> result = underSemaphore(__func__, [](const OvSharedSegment& segment) {
     return std::vector<OvSESSION_INFO>(std::begin(segment.sessions), std::end(segment.sessions));
   });
-  std::erase_if(result,
-                [](const OvSESSION_INFO& record) { return record.sessionId == 0 || !hasReadableTexts(record); });
+  std::erase_if(result, [](const OvSESSION_INFO& record) { return record.sessionId == 0 || !isPossible(record); });
   return result;
 }

@@ -100,6 +100,7 @@ void SessionListener::listenerThread() {
     if (waitForInput()) isOpen = acceptConnection();
     serveConnections();
   }
+  for (const auto& connection : connections_) logIncomplete(*connection);
   connections_.clear();
 }
 
@@ -134,6 +135,8 @@ bool SessionListener::acceptConnection() {
       OvWriteLog(2, "%s::%s: event of another user refused", kClass, kThread);
       return true;
     }
+    // The oldest may have brought its event since it was last looked at.
+    if (connections_.size() >= kMostConnections) serveConnections();
     if (connections_.size() >= kMostConnections) {
       logIncomplete(*connections_.front());
       connections_.erase(connections_.begin());

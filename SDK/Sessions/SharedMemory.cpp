@@ -44,7 +44,11 @@ bool openSharedMemory(CONTEXTSTRUCT& context, const char* function) {
     OvWriteLog(2, "%s: error truncating shared memory segment (errno=%d)", function, errno);
   }
   // A page that the file lacks, or that a full file system can't give, would end us at its first use.
-  if (const int reason = posix_fallocate(context.fdSharedMemory, 0, kSize); reason != 0) {
+  int reason = 0;
+  do {
+    reason = posix_fallocate(context.fdSharedMemory, 0, kSize);
+  } while (reason == EINTR);
+  if (reason != 0) {
     OvWriteLog(2, "%s: error reserving shared memory segment (errno=%d)", function, reason);
     closeSharedMemory(context);
     return false;

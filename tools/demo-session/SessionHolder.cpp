@@ -31,15 +31,11 @@ SessionHolder::SessionHolder() {
 void SessionHolder::hold(const OvSettings& record) {
   OvSessionManager manager;
   const uint32_t sessionId = manager.addSession(record, this);
-  if (sessionId == 0) {
-    std::cout << "Session: there is no registry to hold it in, so it ends here.\n" << std::flush;
-    return;
-  }
-  say(sessionId, "is running.");
+  say(sessionId, sessionId == 0 ? "is running, and nobody else can know of it." : "is running.");
   // The end of the session and the end of the process are one: either way comes as a signal to this process.
   int signal = 0;
   sigwait(&endingSignals_, &signal);
-  manager.removeSession(sessionId);
+  if (sessionId != 0) manager.removeSession(sessionId);
   say(sessionId, "has ended.");
 }
 

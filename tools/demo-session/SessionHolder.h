@@ -16,7 +16,8 @@ class SessionHolder : private OvSessionObserver {
   /// Made before any other thread of the process, which must inherit that signals to end are left to this object.
   SessionHolder();
 
-  /// Returns when the session has ended, at once if there is no registry to hold it in.
+  /// Returns when the session has ended. Where the registry has no room for it, or there is none, nobody else knows of
+  /// it and it ends with the process.
   void hold(const OvSettings& record);
 
  private:

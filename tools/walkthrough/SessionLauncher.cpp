@@ -79,7 +79,7 @@ void SessionLauncher::startSession(const OvSettings& record) {
 
 void SessionLauncher::endSessions() {
   for (StartedSession& session : started_) {
-    if (session.id == 0 || manager_.disconnectSession(session.id)) session.process.waitForEnd();
+    if (session.id != 0 && manager_.disconnectSession(session.id)) session.process.waitForEnd();
   }
   started_.clear();
 }

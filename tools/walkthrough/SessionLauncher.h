@@ -20,7 +20,8 @@ class SessionLauncher : private OvSessionManagerObserver {
   /// ended.
   /// @throws Failure in words.
   void start(const OvSettings& record);
-  /// Disconnects the sessions that were started here and waits for their programs to end.
+  /// Disconnects the sessions that were started here and waits for their programs to end; one that others don't know of
+  /// is told to end by a signal.
   void endSessions();
 
  private:
