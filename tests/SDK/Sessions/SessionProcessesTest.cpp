@@ -1,4 +1,5 @@
 #include <csignal>
+#include <semaphore>
 
 #include <sys/socket.h>
 #include <unistd.h>
@@ -108,6 +109,37 @@ TEST_F(SessionProcessesTest, TheLastManagerWaitsForTheListenerThreadAndAnObserve
   observer.mayGo.count_down();
   manager.reset();
   observer.isGone = true;
+}
+
+// Makes and gives up a manager of its own for each program.
+class NestingObserver : public OvSessionObserver {
+ public:
+  std::binary_semaphore isIn{0};
+
+ private:
+  void logoffSession(uint32_t) override {}
+  void disconnectSession(uint32_t) override {}
+  void activateSessionView(uint32_t) override {}
+  void startApplication(uint32_t, const char*, const char*) override {
+    const OvSessionManager nested;
+    isIn.release();
+  }
+};
+
+TEST_F(SessionProcessesTest, TheLastManagerMayGoWhileTheListenerThreadGivesUpOneOfItsOwn) {
+  const auto other = openPeer();
+  OvSettings settings;
+  settings.setServerName("a");
+  for (int round = 0; round < 100; ++round) {
+    NestingObserver observer;
+    auto manager = std::make_unique<OvSessionManager>();
+    const uint32_t id = manager->addSession(settings, &observer);
+    other->tell("start " + std::to_string(id) + " program");
+    observer.isIn.acquire();
+    manager.reset();
+    EXPECT_EQ(other->answer(), 1u);
+    EXPECT_EQ(other->ask("remove " + std::to_string(id)), 1u);
+  }
 }
 
 TEST_F(SessionProcessesTest, AKilledHolderLeavesTheRestWorkingAndALauncherFindsTheNextMatch) {
