@@ -31,7 +31,6 @@ void HttpClientBase::setURL(const std::string& url) {
   if (!isHttps && strcasecmp(protocol_.c_str(), "http") != 0) throw HttpException(0, "The specified URL is invalid");
 
   if (tcpPort_ == -1) tcpPort_ = isHttps ? kHttpsPort : kHttpPort;
-  url_ = url;
   useSSL_ = isHttps;
   hostName_ = parser.host();
   objectName_ = parser.path();

@@ -39,7 +39,6 @@ class HttpClientBase {
   std::string getURLWithoutQuery() const;
 
  private:
-  std::string url_;
   std::string protocol_;
   bool useSSL_ = false;
   std::string hostName_;

@@ -32,26 +32,6 @@ TEST(OvSettings, AFreshRecordHasTheseDefaultsAndElseNothing) {
                       }));
 }
 
-TEST(OvSettings, EachAccessorReachesItsOwnField) {
-  OvSettingsData* const record = ovsettings_new();
-  OvSettings settings(record);
-  RecordFields expected = fieldsOf(*record);
-  int number = 100;
-#define OVSETTINGS_STRING(stem, Name, defaultValue)            \
-  settings.set##Name((expected[#stem] = "my " #stem).c_str()); \
-  EXPECT_EQ(settings.get##Name(), expected[#stem]);
-#define OVSETTINGS_BOOL(stem, Name, defaultValue) \
-  settings.set##Name(!(defaultValue));            \
-  EXPECT_NE(settings.get##Name(), defaultValue);  \
-  expected[#stem] = (defaultValue) ? "0" : "1";
-#define OVSETTINGS_INT(stem, Name, defaultValue) \
-  settings.set##Name(++number);                  \
-  EXPECT_EQ(settings.get##Name(), number);       \
-  expected[#stem] = std::to_string(number);
-#include "Files/OvSettingsFields.def"
-  EXPECT_EQ(fieldsOf(*record), expected);
-}
-
 TEST(OvSettings, AStringIsCopiedAndNullUnsetsIt) {
   OvSettings settings;
   std::string name = "ann";

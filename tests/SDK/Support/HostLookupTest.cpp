@@ -64,16 +64,6 @@ TEST(HostLookup, TheOwnNameFitsOrIsNotStored) {
   EXPECT_STREQ(name, "");
 }
 
-TEST(HostLookup, TheOwnAddressIsThatOfTheOwnName) {
-  char name[256] = {};
-  ASSERT_EQ(tcpGetHostName(name, sizeof name), 0);
-  char expected[256] = {};
-  const int result = tcpGetHostByName(name, nullptr, 0, expected, sizeof expected);
-  char address[256] = {};
-  EXPECT_EQ(ovutils_get_ip_address(address, sizeof address), result);
-  EXPECT_STREQ(address, expected);
-}
-
 TEST(HostLookup, ThreadsGetTheirOwnAnswers) {
   std::vector<std::string> answers(4);
   std::vector<std::thread> threads;
