@@ -15,6 +15,8 @@ done
 if command -v ccache >/dev/null; then
   # Precompiled headers carry no time stamps worth checking.
   export CCACHE_SLOPPINESS=pch_defines,time_macros
+  # One clone's objects serve another.
+  export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=true
   options+=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 fi
 cmake --preset "$preset" "${options[@]}" >/dev/null
