@@ -18,3 +18,13 @@ function(orvane_add_test name)
   target_precompile_headers(${name} REUSE_FROM orvane_test_precompiled)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
 endfunction()
+
+# orvane_layer(name SOURCES a.cpp ... LINK layer ... [PRIVATE_LINK library ...])
+# A layer of the application. LINK names the layers below it, which its headers may include; PRIVATE_LINK what its
+# sources alone use.
+function(orvane_layer name)
+  cmake_parse_arguments(PARSE_ARGV 1 layer "" "" "SOURCES;LINK;PRIVATE_LINK")
+  add_library(${name} STATIC ${layer_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${layer_LINK} PRIVATE ${layer_PRIVATE_LINK})
+endfunction()
