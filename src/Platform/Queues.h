@@ -4,7 +4,8 @@
 #include <memory>
 
 /// @file
-/// Where work runs. All operations may be called on any thread. Work must not throw; what it touches it owns.
+/// Where work runs. All operations may be called on any thread. Work must not throw; what it touches it owns. What it
+/// owns goes on the thread that ran it, before that thread takes the next work.
 
 namespace orvane {
 
@@ -14,6 +15,7 @@ using Work = std::function<void()>;
 class WorkQueue {
  public:
   virtual ~WorkQueue() = default;
+  /// `work` must not be empty.
   virtual void post(Work work) = 0;
 };
 
@@ -29,10 +31,7 @@ class MainQueue : public WorkQueue {
 /// Work runs at once or soon, on a thread of its own choosing: never waits for other work of the queue that is blocked.
 class GlobalQueue : public WorkQueue {};
 
+/// Makes one queue more. Callable on any thread.
 using SerialQueueFactory = std::function<std::shared_ptr<SerialQueue>()>;
-
-/// A serial queue with a thread of its own, which starts with the first work. The queue may be let go at any time, from
-/// its own work too: what was posted still runs, unless the process ends first. Nobody waits for it.
-std::shared_ptr<SerialQueue> makeSerialQueue();
 
 }  // namespace orvane
