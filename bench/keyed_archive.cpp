@@ -84,12 +84,14 @@ size_t readFields(const KeyedObject& object, const std::vector<std::string>& tex
 size_t read(const std::vector<uint8_t>& bytes) {
   const KeyedObject root = orvane::openKeyedArchive(bytes).dictionary("root").value();
   size_t read = 0;
-  for (const KeyedObject& farm : root.objects("m_connections", "OvFarm").value()) {
+  const std::vector<KeyedObject> farms = root.objects("m_connections", "OvFarm").value();
+  for (const KeyedObject& farm : farms) {
     read += readFields(farm, kFarmTexts, {"defaultLocationIndex"}, kFarmSwitches) + farm.strings("apps")->size();
     for (const Part& part : kParts) {
       read += readFields(farm.object(part.key, part.className).value(), {}, part.integers, part.switches);
     }
-    for (const KeyedObject& location : farm.objects("locations", "OvLocation").value()) {
+    const std::vector<KeyedObject> locations = farm.objects("locations", "OvLocation").value();
+    for (const KeyedObject& location : locations) {
       read += readFields(location, kLocationTexts, {"proxyServerMode"}, kLocationSwitches);
       read += location.strings("brokers")->size();
     }

@@ -136,9 +136,8 @@ std::vector<uint8_t> BinaryPropertyListWriter::finish(Object root) const {
   const unsigned int offsetSize = bytesFor(end);
 
   constexpr size_t kTrailerSize = 32;
-  std::vector<uint8_t> bytes;
+  std::vector<uint8_t> bytes(kHeader.begin(), kHeader.end());
   bytes.reserve(end + entries_.size() * offsetSize + kTrailerSize);
-  bytes.insert(bytes.end(), kHeader.begin(), kHeader.end());
   for (const Entry& entry : entries_) {
     if (!isContainer(entry)) {
       const auto leaf = leaves_.begin() + static_cast<std::ptrdiff_t>(entry.start);

@@ -58,7 +58,7 @@ class KeyedArchiver {
   std::unique_ptr<Archive> archive_;
 };
 
-class KeyedArchiveContents;
+struct KeyedArchiveContents;
 struct KeyedRecord;
 struct KeyedValue;
 

@@ -22,7 +22,7 @@ class KeyedArchiver::Archive {
 
   void put(std::string_view key, Object value) {
     const bool isReserved = !fields_.areEntries && key.starts_with('$');
-    const Object name = writer_.name(isReserved ? "$" + std::string(key) : key);
+    const Object name = writer_.name(isReserved ? std::string("$").append(key) : key);
     fields_.keys.push_back(fields_.areEntries ? add(name) : name);
     fields_.values.push_back(value);
   }
