@@ -1,5 +1,6 @@
 #include "Platform/BinaryPropertyListCheck.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -154,10 +155,22 @@ class Check {
     requireWithin(object.content, object.count, object.kind == kUtf16 ? 2 : 1);
     // A unit of UTF-16 is up to three bytes of UTF-8.
     spend(object.kind == kUtf16 ? 3 * object.count : object.count);
-    if (object.kind != kAscii) return;
-    for (const uint8_t byte : bytes_.subspan(object.content, object.count)) {
-      if (byte >= 0x80) fail("an ASCII text is not one");
+    if (object.kind == kAscii && !std::ranges::all_of(bytes_.subspan(object.content, object.count),
+                                                      [](uint8_t byte) { return byte > 0 && byte < 0x80; })) {
+      fail("an ASCII text is not one");
     }
+    if (object.kind == kUtf16) visitUnits(object);
+  }
+
+  void visitUnits(const Object& object) const {
+    bool pairBegun = false;
+    for (uint64_t i = 0; i < object.count; ++i) {
+      const uint64_t unit = number(object.content + 2 * i, 2);
+      const bool isSecond = unit >= 0xDC00 && unit <= 0xDFFF;
+      if (unit == 0 || isSecond != pairBegun) fail("a UTF-16 text is not one");
+      pairBegun = unit >= 0xD800 && unit <= 0xDBFF;
+    }
+    if (pairBegun) fail("a UTF-16 text is not one");
   }
 
   void visitContainer(const Object& object, unsigned int level) {
