@@ -180,10 +180,10 @@ TEST(HostileKeyedArchiveTest, WhatARecursiveReaderMeetsIsBounded) {
   EXPECT_THAT(failure("wide"), HasSubstr("too much"));
 }
 
-TEST(HostileKeyedArchiveTest, AListOfAMillionIsRead) {
+TEST(HostileKeyedArchiveTest, AVeryLongListIsRead) {
   KeyedArchiver archiver;
-  archiver.encodeStrings("root", std::vector<std::string>(1000000, "x"));
-  EXPECT_EQ(orvane::openKeyedArchive(archiver.finish()).strings("root")->size(), 1000000u);
+  archiver.encodeStrings("root", std::vector<std::string>(200000, "x"));
+  EXPECT_EQ(orvane::openKeyedArchive(archiver.finish()).strings("root")->size(), 200000u);
 }
 
 // Whatever a single byte is changed to, and wherever the bytes end: an archive or a clean error.
