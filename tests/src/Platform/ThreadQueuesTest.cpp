@@ -10,6 +10,8 @@
 
 namespace {
 
+using std::filesystem::directory_iterator;
+
 constexpr std::chrono::seconds kPatience{60};
 
 // Something that happens once, on any thread. Copies speak of the same.
@@ -31,12 +33,18 @@ bool finish(orvane::SerialQueue& queue) {
   return end.wait();
 }
 
-// How many threads of this name the process has now.
-ptrdiff_t threadCount(const std::string& name) {
-  return std::ranges::count_if(std::filesystem::directory_iterator("/proc/self/task"), [&](const auto& thread) {
-    std::string threadName;
-    return std::getline(std::ifstream(thread.path() / "comm"), threadName) && threadName == name;
-  });
+// Whether the process has so many threads of serial queues, now or soon.
+bool serialThreadsAre(ptrdiff_t count) {
+  const auto deadline = std::chrono::steady_clock::now() + kPatience;
+  for (;;) {
+    const ptrdiff_t found = std::ranges::count_if(directory_iterator("/proc/self/task"), [](const auto& thread) {
+      std::string name;
+      return std::getline(std::ifstream(thread.path() / "comm"), name) && name == "orvane-serial";
+    });
+    if (found == count) return true;
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    std::this_thread::yield();
+  }
 }
 
 TEST(SerialQueue, RunsOneAtATimeInTheOrderOfEachPoster) {
@@ -76,13 +84,11 @@ TEST(SerialQueue, OneDoesNotWaitForAnother) {
 TEST(SerialQueue, TakesAThreadAtItsFirstWorkAndGivesItBackWhenLetGo) {
   std::vector<std::shared_ptr<orvane::SerialQueue>> queues(10'000);
   std::ranges::generate(queues, orvane::makeSerialQueue);
-  EXPECT_EQ(threadCount("orvane-serial"), 0);
+  EXPECT_TRUE(serialThreadsAre(0));
   for (int round = 0; round < 3; ++round) ASSERT_TRUE(finish(*queues.front()));
-  EXPECT_EQ(threadCount("orvane-serial"), 1);
+  EXPECT_TRUE(serialThreadsAre(1));
   queues.clear();
-  const auto deadline = std::chrono::steady_clock::now() + kPatience;
-  while (threadCount("orvane-serial") != 0 && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
-  EXPECT_EQ(threadCount("orvane-serial"), 0);
+  EXPECT_TRUE(serialThreadsAre(0));
 }
 
 TEST(SerialQueue, LetGoFromItsOwnWorkStillRunsTheRest) {
