@@ -16,7 +16,7 @@ function(orvane_add_test name)
   add_executable(${name} ${test_SOURCES})
   target_link_libraries(${name} PRIVATE ${test_LINK} orvane_test_support GTest::gmock GTest::gtest_main)
   target_precompile_headers(${name} REUSE_FROM orvane_test_precompiled)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 600)
 endfunction()
 
 # orvane_layer(name SOURCES a.cpp ... LINK layer ... [PRIVATE_LINK library ...])

@@ -14,7 +14,7 @@ namespace orvane {
 
 namespace {
 
-constexpr const char* kOurName = "/Orvane";
+constexpr const char* kOurName = "Orvane";
 constexpr mode_t kOthersBits = S_IRWXG | S_IRWXO;
 
 // The variable's value if it is an absolute path, else an empty text.
@@ -23,10 +23,10 @@ std::string absolutePathIn(const char* variable) {
   return value != nullptr && value[0] == '/' ? value : "";
 }
 
-std::string ourFolderIn(const char* variable, const char* defaultBelowHome) {
+std::string ourFolderIn(const char* variable, const char* defaultBelowHome, const std::string& name = kOurName) {
   std::string base = absolutePathIn(variable);
   if (base.empty()) base = homeFolder() + defaultBelowHome;
-  const std::string folder = base + kOurName;
+  const std::string folder = base + "/" + name;
   for (size_t slash = folder.find('/', 1); slash != std::string::npos; slash = folder.find('/', slash + 1)) {
     mkdir(folder.substr(0, slash).c_str(), S_IRWXU);
   }
@@ -57,13 +57,13 @@ std::string homeFolder() {
 
 std::string configurationFolder() { return ourFolderIn("XDG_CONFIG_HOME", "/.config"); }
 
-std::string dataFolder() { return ourFolderIn("XDG_DATA_HOME", "/.local/share"); }
+std::string dataFolder(const std::string& name) { return ourFolderIn("XDG_DATA_HOME", "/.local/share", name); }
 
 std::string stateFolder() { return ourFolderIn("XDG_STATE_HOME", "/.local/state"); }
 
 std::string temporaryFolder(const std::string& lastResort) {
   const std::string runtime = runtimeFolder();
-  const std::string folder = runtime.empty() ? "" : privateFolder(runtime + kOurName);
+  const std::string folder = runtime.empty() ? "" : privateFolder(runtime + "/" + kOurName);
   return folder.empty() ? privateFolder(lastResort) : folder;
 }
 

@@ -13,9 +13,10 @@ namespace orvane {
 std::string homeFolder();
 
 /// Orvane's own folder below one of the base directories, for preferences, for data that can't be fetched again, and
-/// for the log. It is made if missing, mode 0700, and so is the base directory with its parents.
+/// for the log. It is made if missing, mode 0700, and so is the base directory with its parents. For data it is `name`, which
+/// may be a path.
 std::string configurationFolder();
-std::string dataFolder();
+std::string dataFolder(const std::string& name);
 std::string stateFolder();
 
 /// Orvane's folder for files that another program of the same user picks up at once: in the folder that the session has

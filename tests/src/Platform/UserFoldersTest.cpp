@@ -26,7 +26,7 @@ TEST_F(UserFoldersTest, FollowTheEnvironmentAndItsDefaults) {
   };
   const Row rows[] = {
       {"XDG_CONFIG_HOME", orvane::configurationFolder, ".config/Orvane"},
-      {"XDG_DATA_HOME", orvane::dataFolder, ".local/share/Orvane"},
+      {"XDG_DATA_HOME", [] { return orvane::dataFolder("Orvane"); }, ".local/share/Orvane"},
       {"XDG_STATE_HOME", orvane::stateFolder, ".local/state/Orvane"},
   };
   for (const Row& row : rows) {

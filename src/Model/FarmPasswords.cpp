@@ -1,0 +1,116 @@
+#include "Model/FarmPasswords.h"
+
+#include <utility>
+
+#include "Platform/KeyedArchive.h"
+#include "Support/OvWriteLog.h"
+#include "Support/SecureMemory.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr const char* kItem = "passwordKeyForKeyChain";
+constexpr const char* kSetAsideItem = "passwordKeyForKeyChain.unreadable";
+
+}  // namespace
+
+FarmPasswords::FarmPasswords(std::shared_ptr<const OvFarmList> farms, std::shared_ptr<MCCachedKeychain> keychain,
+                             std::shared_ptr<SerialQueue> storeQueue, std::shared_ptr<MainQueue> mainQueue)
+    : farms_(std::move(farms)),
+      keychain_(std::move(keychain)),
+      storeQueue_(std::move(storeQueue)),
+      mainQueue_(std::move(mainQueue)) {}
+
+std::string FarmPasswords::keyByIndex(size_t index, const OvFarm& farm) {
+  return std::to_string(index) + ":" + farm.credentials().username() + ":" + farm.credentials().domain();
+}
+
+std::string FarmPasswords::keyByName(const OvFarm& farm) {
+  return farm.name() + ":" + farm.credentials().username() + ":" + farm.credentials().domain();
+}
+
+void FarmPasswords::load(bool isListComplete, Work done) {
+  isListComplete_ = isListComplete;
+  expected_.clear();
+  for (size_t index = 0; index < farms_->size(); ++index) {
+    const OvFarm& farm = *(*farms_)[index];
+    expected_.push_back({(*farms_)[index], keyByIndex(index, farm), keyByName(farm), farm.credentials().username(),
+                         farm.credentials().domain()});
+  }
+  read(std::move(done));
+}
+
+void FarmPasswords::save(Work done) {
+  if (isRead_) return write(std::move(done));
+  read([self = shared_from_this(), done = std::move(done)] {
+    if (self->isRead_) return self->write(done);
+    OvWriteLog(2, "%s: the secret store can't be read, no password is saved", "savePasswordsIntoKeychain");
+    if (done) done();
+  });
+}
+
+void FarmPasswords::read(Work done) {
+  storeQueue_->post([self = shared_from_this(), done = std::move(done)] {
+    SecretStore::Item item = self->keychain_->loadDataForKey(kItem);
+    const auto bytes = std::make_shared<const SecretBytes>(std::move(item.bytes));
+    self->mainQueue_->post([self, reading = item.reading, bytes, done] {
+      self->take(reading, bytes);
+      if (done) done();
+    });
+  });
+}
+
+void FarmPasswords::take(SecretStore::Reading reading, const std::shared_ptr<const SecretBytes>& bytes) {
+  if (reading == SecretStore::Reading::kUnreadable) return;
+  isRead_ = true;
+  hasItem_ = reading == SecretStore::Reading::kFound;
+  if (!bytes->bytes.empty() && (!giveToFarms(bytes->bytes) || !isListComplete_)) setAside_ = bytes;
+  expected_.clear();
+}
+
+bool FarmPasswords::giveToFarms(const std::vector<uint8_t>& archive) {
+  try {
+    const KeyedObject passwords = openKeyedArchive(archive);
+    for (const Expected& expected : expected_) {
+      const std::shared_ptr<OvFarm> farm = expected.farm.lock();
+      if (!farm) continue;
+      OvCredentials& credentials = farm->credentials();
+      const bool isForThisUser = credentials.username() == expected.username && credentials.domain() == expected.domain;
+      if (!isForThisUser || !credentials.password().empty()) continue;
+      std::optional<std::string> password = passwords.string(expected.keyByIndex);
+      if (!password) password = passwords.string(expected.keyByName);
+      credentials.setPassword(std::move(password).value_or(""));
+    }
+  } catch (const KeyedArchiveError& error) {
+    OvWriteLog(2, "%s: the saved passwords can't be understood: %s", "loadPasswordsFromKeychain", error.what());
+    return false;
+  }
+  return true;
+}
+
+void FarmPasswords::write(Work done) {
+  KeyedArchiver archiver;
+  bool hasPasswords = false;
+  for (size_t index = 0; index < farms_->size(); ++index) {
+    const OvFarm& farm = *(*farms_)[index];
+    if (!farm.credentials().needToSave()) continue;
+    archiver.encodeString(keyByIndex(index, farm), farm.credentials().password().text());
+    hasPasswords = true;
+  }
+  // Nobody is asked to unlock a store for nothing.
+  if (!hasPasswords && !hasItem_) {
+    if (done) done();
+    return;
+  }
+  hasItem_ = true;
+  const auto bytes = std::make_shared<const SecretBytes>(archiver.finish());
+  storeQueue_->post([self = shared_from_this(), bytes, setAside = setAside_, done = std::move(done)] {
+    if (!setAside || self->keychain_->saveData(setAside->bytes, kSetAsideItem)) {
+      self->keychain_->saveData(bytes->bytes, kItem);
+    }
+    if (done) self->mainQueue_->post(done);
+  });
+}
+
+}  // namespace orvane
