@@ -43,6 +43,7 @@ traced
 }
 
 TEST_F(OvULogTest, OffLeavesNoFileAndTheSwitchLogsTheFlowWithoutABanner) {
+  OrvaneSettings::instance().setNeededToLog(false);
   EXPECT_EQ(OvU_GetLogFilePathFor("Orvane"), path_);
   writeFile(path_, "from an earlier run\n");
   OvU_InitLogForModule("Orvane");
