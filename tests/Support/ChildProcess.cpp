@@ -75,9 +75,11 @@ std::string ChildProcess::line() {
   return text.substr(start, lineStart_ - start);
 }
 
+void ChildProcess::send(int signal) { kill(process_, signal); }
+
 int ChildProcess::end(int signal) {
   const Deadline deadline = std::chrono::steady_clock::now() + kPatience;
-  if (signal != 0) kill(process_, signal);
+  if (signal != 0) send(signal);
   while (receive(deadline)) {
   }
   int status = 0;

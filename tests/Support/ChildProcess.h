@@ -23,6 +23,8 @@ class ChildProcess {
 
   /// The next line of the standard output with its line feed; less or nothing if the output ends before one comes.
   std::string line();
+  /// Sends a signal, and waits for nothing.
+  void send(int signal);
   /// Sends `signal` unless it is 0, and waits for the end. @return the exit status, or 128 and the number of the signal
   /// that killed the process.
   int end(int signal = 0);
