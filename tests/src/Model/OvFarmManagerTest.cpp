@@ -1,13 +1,15 @@
+#include <csignal>
 #include <filesystem>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "FarmStoreFixture.h"
 #include "Platform/KeyedArchive.h"
 #include "Support/ChildProcess.h"
-#include "Support/FileReplacement.h"
+#include "Support/OvWriteLog.h"
 
 namespace {
 
@@ -178,14 +180,36 @@ TEST_F(OvFarmManagerTest, AnUnreadableFileIsKeptBeside) {
 }
 
 TEST_F(OvFarmManagerTest, AFailedSaveIsMadeUpForByTheNext) {
+  manager_->addFarm(farmNamed("old"));
+  manager_->save();
   manager_->addFarm(farmNamed("new"));
-  const auto lost = desktop_.folder.path() / "settings_2.plist" / "in the way";
-  std::filesystem::create_directories(lost);
+  rlimit usual;
+  getrlimit(RLIMIT_FSIZE, &usual);
+  signal(SIGXFSZ, SIG_IGN);
+  const rlimit full = {100, usual.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &full);
   manager_->save();
-  EXPECT_TRUE(std::filesystem::exists(lost));
-  std::filesystem::remove_all(desktop_.file());
+  setrlimit(RLIMIT_FSIZE, &usual);
+  EXPECT_THAT(namesOf(*desktop_.startAndLoad()), ElementsAre("old"));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(desktop_.folder.path()), {}), 1)
+      << "nothing is left beside";
   manager_->save();
-  EXPECT_THAT(namesOf(*desktop_.startAndLoad()), ElementsAre("new"));
+  EXPECT_THAT(namesOf(*desktop_.startAndLoad()), ElementsAre("old", "new"));
+}
+
+TEST_F(OvFarmManagerTest, APasswordIsNeitherInTheFileNorInTheLog) {
+  const std::string log = desktop_.folder.file("log");
+  OvSetLogFile(log.c_str());
+  OvSetLogLevel(6);
+  const std::string password = "unmistakable secret";
+  manager_->addFarm(farmWithPassword("A", password));
+  desktop_.save(*manager_);
+  EXPECT_THAT(passwordsOf(*desktop_.startAndLoad()), ElementsAre(password));
+  OvSetLogFile(nullptr);
+  EXPECT_THAT(contentOf(log), testing::HasSubstr("Saved 1 farms."));
+  for (const std::string& file : {log, desktop_.file()}) {
+    EXPECT_EQ(contentOf(file).find("unmistakable"), std::string::npos) << file;
+  }
 }
 
 // A program that saves and is killed, many times, at any point of its saving.
