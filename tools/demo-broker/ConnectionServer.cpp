@@ -20,15 +20,19 @@ constexpr size_t kLongestPath = 1024;
 // The library hands its handlers no stream.
 thread_local ConnectionStream* currentStream = nullptr;
 
-int listenOn(uint16_t port, uint16_t& actualPort) {
-  const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+int listenOn(const std::string& ip, uint16_t port, uint16_t& actualPort) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  constexpr in_addr_t kLoopbackNetwork = IN_LOOPBACKNET << IN_CLASSA_NSHIFT;
   socklen_t length = sizeof address;
   const int on = 1;
   auto* const generic = reinterpret_cast<sockaddr*>(&address);
+  if (inet_pton(AF_INET, ip.c_str(), &address.sin_addr) != 1 ||
+      (ntohl(address.sin_addr.s_addr) & IN_CLASSA_NET) != kLoopbackNetwork) {
+    throw std::runtime_error("\"" + ip + "\" is no address of this machine alone");
+  }
+  const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
   if (listener < 0 || setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on) != 0 ||
       bind(listener, generic, length) != 0 || listen(listener, SOMAXCONN) != 0 ||
       getsockname(listener, generic, &length) != 0) {
@@ -66,8 +70,8 @@ httplib::ContentProviderWithoutLength endlessBody(const std::shared_ptr<const st
 
 }  // namespace
 
-ConnectionServer::ConnectionServer(uint16_t port, TlsIdentity tls, AnswerFunction answer)
-    : tls_(std::move(tls)), answer_(std::move(answer)), listener_(listenOn(port, port_)) {
+ConnectionServer::ConnectionServer(const std::string& ip, uint16_t port, TlsIdentity tls, AnswerFunction answer)
+    : tls_(std::move(tls)), answer_(std::move(answer)), listener_(listenOn(ip, port, port_)) {
   const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
     deliver(request, response);
   };

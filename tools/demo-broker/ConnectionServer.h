@@ -28,7 +28,7 @@ struct Answer {
   size_t cutBehind = 0;  ///< bytes of the body, for kCut
 };
 
-/// HTTP/1.1 over sockets of 127.0.0.1: a thread for each connection, kept alive, and a prompt end.
+/// HTTP/1.1 over sockets of this machine alone: a thread for each connection, kept alive, and a prompt end.
 ///
 /// The HTTP library does the protocol; the sockets and TLS are our own, since a fault has to reach the connection
 /// itself and a stop has to reach a thread that waits.
@@ -37,9 +37,9 @@ class ConnectionServer : private httplib::Server {
   /// Makes the answer to a GET, HEAD or POST, on the connection's thread. May wait on `stream`.
   using AnswerFunction = std::function<Answer(const httplib::Request&, const ConnectionStream& stream)>;
 
-  /// Listens when it returns; `port` 0 takes any free one. `tls` without a context: plain HTTP. Throws
-  /// std::runtime_error if the port can't be had.
-  ConnectionServer(uint16_t port, TlsIdentity tls, AnswerFunction answer);
+  /// Listens on `ip`, one of 127.0.0.0/8, when it returns; `port` 0 takes any free one. `tls` without a context: plain
+  /// HTTP. Throws std::runtime_error if the port can't be had.
+  ConnectionServer(const std::string& ip, uint16_t port, TlsIdentity tls, AnswerFunction answer);
   ~ConnectionServer() override;
 
   uint16_t port() const { return port_; }

@@ -81,13 +81,14 @@ class DemoBroker::State {
         conversation(std::move(farm)),
         onRequest(std::move(options.onRequest)),
         useTls(options.useTls),
+        ip(options.ip),
         release(std::make_shared<Signal>()) {
     TlsIdentity identity;
     if (useTls) identity = makeTlsIdentity(options.certificateNames);
     certificatePem = identity.certificatePem;
     // Last, since requests may come from here on.
     server.emplace(
-        options.port, std::move(identity),
+        ip, options.port, std::move(identity),
         [this](const httplib::Request& request, const ConnectionStream& stream) { return answer(request, stream); });
   }
 
@@ -102,6 +103,7 @@ class DemoBroker::State {
   Conversation conversation;
   std::function<void(const RecordedRequest&)> onRequest;
   bool useTls;
+  std::string ip;
   std::string certificatePem;
   mutable std::mutex mutex;
   std::deque<RecordedRequest> recorded;
@@ -222,7 +224,7 @@ DemoBroker::~DemoBroker() = default;
 uint16_t DemoBroker::port() const { return state_->server->port(); }
 
 std::string DemoBroker::url() const {
-  return (state_->useTls ? "https://127.0.0.1:" : "http://127.0.0.1:") + std::to_string(port());
+  return (state_->useTls ? "https://" : "http://") + state_->ip + ":" + std::to_string(port());
 }
 
 const std::string& DemoBroker::certificatePem() const { return state_->certificatePem; }
@@ -260,7 +262,7 @@ void DemoBroker::changeFarm(const std::function<void(FarmDescription&)>& change)
 }
 
 std::string DemoBroker::ticketString(const std::string& ticket) const {
-  return demo::ticketString(state_->useTls, "127.0.0.1", port(), ticket);
+  return demo::ticketString(state_->useTls, state_->ip, port(), ticket);
 }
 
 }  // namespace orvane::demo

@@ -36,14 +36,15 @@ class DemoBroker {
  public:
   struct Options {
     bool useTls = false;
-    uint16_t port = 0;  ///< 0: any free one
+    uint16_t port = 0;             ///< 0: any free one
+    std::string ip = "127.0.0.1";  ///< or another of 127.0.0.0/8: each has all ports to itself
     /// Host names and addresses in the self-signed certificate that HTTPS makes at start.
     std::vector<std::string> certificateNames = {"localhost", "127.0.0.1"};
     /// Called for each request before it is answered, on the connection's thread; several calls may overlap.
     std::function<void(const RecordedRequest&)> onRequest{};
   };
 
-  /// Listens on 127.0.0.1 when it returns. Throws std::runtime_error if the port can't be had or a certificate name is
+  /// Listens when it returns. Throws std::runtime_error if the port can't be had or a certificate name is
   /// none.
   DemoBroker(FarmDescription farm, Options options);
   explicit DemoBroker(FarmDescription farm);
@@ -53,7 +54,7 @@ class DemoBroker {
   DemoBroker& operator=(const DemoBroker&) = delete;
 
   uint16_t port() const;
-  /// `http://127.0.0.1:port` or `https://...`, without a slash at the end.
+  /// `http://ip:port` or `https://...`, without a slash at the end.
   std::string url() const;
   /// The certificate in PEM form; empty without TLS.
   const std::string& certificatePem() const;

@@ -17,9 +17,11 @@ using namespace orvane::demo;
 namespace {
 
 constexpr char kUsage[] =
-    "usage: demo-broker [--farm FILE] [--port N] [--http | --https] [--host NAME] [--certificate-out FILE] [--quiet]\n"
+    "usage: demo-broker [--farm FILE] [--ip IP] [--port N] [--http | --https] [--host NAME] [--certificate-out FILE] "
+    "[--quiet]\n"
     "  --farm FILE             serve the farm of this file; docs/demo-broker.md tells its form\n"
-    "  --port N                listen on this port of 127.0.0.1; 0, the default, takes a free one\n"
+    "  --ip IP                 listen on this address of 127.0.0.0/8; 127.0.0.1 is the default\n"
+    "  --port N                listen on this port; 0, the default, takes a free one\n"
     "  --http, --https         without TLS, or with it (the default)\n"
     "  --host NAME             a name in the certificate besides localhost and 127.0.0.1\n"
     "  --certificate-out FILE  write the certificate there in PEM form\n"
@@ -55,6 +57,9 @@ CommandLine parseCommandLine(int count, char** arguments) {
     };
     if (option == "--farm") {
       line.farmFile = value();
+    } else if (option == "--ip") {
+      line.options.ip = value();
+      line.options.certificateNames.push_back(line.options.ip);
     } else if (option == "--port") {
       line.options.port = portOf(value());
     } else if (option == "--http" || option == "--https") {

@@ -245,6 +245,16 @@ TEST_P(ConversationTest, SeveralClientsAskWhileTheFarmChanges) {
   EXPECT_EQ(broker_.requests("getapplicationlist").size(), 40u);
 }
 
+TEST(AddressTest, AnotherOfThisMachineHasItsOwnPortsAndOthersAreRefused) {
+  const DemoBroker first(smallFarm());
+  const DemoBroker second(smallFarm(), {.port = first.port(), .ip = "127.83.1.2"});
+  EXPECT_EQ(second.url(), "http://127.83.1.2:" + std::to_string(first.port()));
+  EXPECT_TRUE(httplib::Client(second.url()).Get("/brokerinfo"));
+  for (const char* ip : {"0.0.0.0", "128.0.0.1", "localhost", ""}) {
+    EXPECT_THROW(DemoBroker(smallFarm(), {.ip = ip}), std::runtime_error) << ip;
+  }
+}
+
 TEST(CertificateTest, NamesTheHostsThatTheClientUses) {
   const DemoBroker broker(FarmDescription(), {.useTls = true, .certificateNames = {"127.0.0.1", "broker.example"}});
   const TemporaryFolder folder;
