@@ -34,7 +34,8 @@ class AppItem {
   /// The display name without letter case, as orvane::foldCase() gives it; kept, so that asking costs nothing.
   const std::string& foldedDisplayName() const { return _foldedDisplayName; }
 
-  /// The picture, shared with whoever shows it; null if there is none.
+  /// The picture, shared with whoever shows it; null if there is none: the window then draws its own default, one for
+  /// applications and one for folders.
   const std::shared_ptr<const IconImage>& icon() const { return _icon; }
   void setIcon(std::shared_ptr<const IconImage> icon) { _icon = std::move(icon); }
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "Broker/OvConnectorInfo.h"
+#include "Broker/OvConnectorInfoResult.h"
 #include "Model/OvFarmManager.h"
 #include "Orchestration/FarmConfigurationResult.h"
 #include "Orchestration/OvBrokerClientControllerDelegate.h"
@@ -48,7 +49,8 @@ class OvBrokerClientController : public std::enable_shared_from_this<OvBrokerCli
   OvFarmManager& farmManager() const { return *_farmManager; }
 
   /// Connects the farm and delivers its applications. configureBrokerClient has prepared the farm's client with the
-  /// farm's credentials, its anonymous flag and `location`.
+  /// farm's credentials, its anonymous flag and `location`, which becomes the one that is used in the end. Neither is
+  /// null.
   std::shared_ptr<PendingTask> connectToFarm(const std::shared_ptr<OvFarm>& farm,
                                              const std::shared_ptr<OvLocation>& location, Delegate delegate);
   /// Delivers the applications of a connected farm anew.
@@ -86,7 +88,28 @@ class OvBrokerClientController : public std::enable_shared_from_this<OvBrokerCli
                                                std::list<std::string>& fillList, OvError* error);
 
  private:
+  // A connect, step by step on the farm's queue (docs/connect-flow.md). What returns a bool says whether to go on; if
+  // not, connect.error is what the user is to be told, if anything.
   struct Connect;
+  void begin(Connect& connect) const;
+  void awaitStoredPassword(const Connect& connect) const;
+  bool establishConnnectionToFarm(Connect& connect) const;
+  void setupFarmAfterConnect(const Connect& connect) const;
+  bool checkGetConnectorInfoForFarm(Connect& connect) const;
+  std::unique_ptr<OvConnectorInfoResult> verifyConnectorInfoForBrokerClient(const Connect& connect) const;
+  bool validateConnectorInfoResult(Connect& connect, const OvConnectorInfoResult* result) const;
+  bool validateConnectorStatus(Connect& connect, const OvConnectorInfoResult& result) const;
+  bool validateConfigStatus(Connect& connect, const OvConnectorInfoResult& result) const;
+  bool refuseUnassignedFarm(Connect& connect) const;
+  bool replaceConfiguration(Connect& connect, const std::string& configFullPath) const;
+  bool moveToLocation(Connect& connect, const std::shared_ptr<OvLocation>& chosen) const;
+  std::shared_ptr<OvLocation> chooseLocationForFarm(const Connect& connect, const std::string& prefferedName) const;
+  bool updateCredentialsForFarm(Connect& connect) const;
+  static std::optional<OvCredentials> promptForCredentialsWithOldCredentials(const Connect& connect,
+                                                                             const OvCredentials& oldCredentials,
+                                                                             bool shouldDisallowSave,
+                                                                             const std::optional<OvError>& retryError);
+  static std::shared_ptr<AppFolderItem> getApplicationListForBrokerClient(Connect& connect);
 
   // Thrown out of a flow whose main thread runs nothing any more: the program is at its end.
   struct MainThreadIsGone {};

@@ -1,0 +1,68 @@
+// Logging in, with as many questions to the user as that takes.
+
+#include <algorithm>
+
+#include "Orchestration/Connect.h"
+
+namespace {
+
+// What a user may put right by typing: wrong data, name or password; an account that may not log in now; an expired
+// password or account.
+constexpr int kRetryCodes[] = {13, 87, 1326, 1327, 1330, 1793};
+
+}  // namespace
+
+bool OvBrokerClientController::updateCredentialsForFarm(Connect& connect) const {
+  struct Held {
+    OvCredentials credentials;
+    bool isAnonymous;
+    bool disallowsSaving;
+  };
+  OvFarm& farm = *connect.farm;
+  const Held held = onMain([&] {
+    return Held{farm.credentials(), farm.anonymousLogin(), farm.disallowSaveCredentials()};
+  });
+
+  // The farm's own stay untouched until the broker has taken new ones, so that there is nothing to put back.
+  OvCredentials credentials = held.credentials;
+  std::optional<OvError> retryError;
+  for (;;) {
+    if (!connect.isRunning()) return false;
+    if (held.isAnonymous || (!credentials.isEmpty() && credentials.credentialsAreValid())) {
+      try {
+        connect.client->authenticate();
+        break;
+      } catch (const OvException& exception) {
+        credentials.setCredentialsAreValid(false);
+        if (!connect.isRunning()) return false;
+        if (held.isAnonymous || std::ranges::find(kRetryCodes, exception.getErrorCode()) == std::end(kRetryCodes)) {
+          connect.fail(exception);
+          return false;
+        }
+        retryError = OvU_MakeNSError(exception.getErrorCode(), exception.getErrorText());
+      }
+      if (!connect.isRunning()) return false;
+    }
+    const auto answer = promptForCredentialsWithOldCredentials(connect, credentials, held.disallowsSaving, retryError);
+    if (!answer) {
+      connect.task->cancel();
+      return false;
+    }
+    credentials = *answer;
+    configureBrokerClient(*connect.client, &credentials, false, nullptr);
+    credentials.setCredentialsAreValid(true);
+  }
+
+  if (credentials != held.credentials) onMain([&] { farm.setCredentials(credentials); });
+  return true;
+}
+
+std::optional<OvCredentials> OvBrokerClientController::promptForCredentialsWithOldCredentials(
+    const Connect& connect, const OvCredentials& oldCredentials, bool shouldDisallowSave,
+    const std::optional<OvError>& retryError) {
+  using Receiver = Connect::Receiver;
+  return connect.ask(std::optional<OvCredentials>(), [&](Receiver& receiver, Receiver::CredentialsBlock block) {
+    receiver.brokerClientControllerPromptCredentialsWithOldCredentials(
+        oldCredentials, std::move(block), shouldDisallowSave, retryError ? &*retryError : nullptr);
+  });
+}
