@@ -134,6 +134,20 @@ class OvBrokerClientController : public std::enable_shared_from_this<OvBrokerCli
     if constexpr (!std::is_void_v<Result>) return std::move(*result);
   }
 
+  // The roads of configureFarmFromURL, on its worker. True: the search for the domain's brokers was made, and what came
+  // of it is delivered.
+  bool configureFarmWithEmail(const std::string& email, const PendingTask& task, const Delegate& delegate,
+                              bool fromXmlConfigOnly);
+  FarmConfigurationResult configureFarmWithUrl(const std::string& url, const std::optional<std::string>& farmGUID,
+                                               bool fromConfigOnly, const PendingTask& task);
+  FarmConfigurationResult configureFarmForBYODWithUrl(const std::string& url,
+                                                      const std::optional<std::string>& farmGUID,
+                                                      const PendingTask& task);
+  static FarmConfigurationResult configureFarmFromXmlUrl(const std::string& url, const PendingTask& task,
+                                                         bool fromXmlConfigOnly);
+  // Whether there was something to tell, and somebody to hear it.
+  static bool feedFarmConfigurationResult(const FarmConfigurationResult& result, const Delegate& delegate);
+
   const std::shared_ptr<OvFarmManager> _farmManager;
   const std::shared_ptr<OvNetServiceBrowser> _srvRecordsBrowser;
   const std::shared_ptr<ApplicationLauncher> _launcher;
