@@ -148,6 +148,11 @@ class OvBrokerClientController : public std::enable_shared_from_this<OvBrokerCli
   // Whether there was something to tell, and somebody to hear it.
   static bool feedFarmConfigurationResult(const FarmConfigurationResult& result, const Delegate& delegate);
 
+  // Of launchApp, on the farm's queue. The result is that of a token that still runs: nothing if it launched.
+  struct Launch;
+  void runLaunch(const Launch& launch);
+  std::optional<OvError> resultOfLaunch(const Launch& launch);
+
   const std::shared_ptr<OvFarmManager> _farmManager;
   const std::shared_ptr<OvNetServiceBrowser> _srvRecordsBrowser;
   const std::shared_ptr<ApplicationLauncher> _launcher;
