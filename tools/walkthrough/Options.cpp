@@ -11,17 +11,16 @@
 namespace orvane::walkthrough {
 
 const char* const kUsage =
-    "Usage: walkthrough --broker ADDRESS [options]\n"
+    "Usage: walkthrough --address ADDRESS [options]\n"
     "\n"
-    "  --broker ADDRESS        host, host:port, host/path or URL of a broker\n"
+    "  --address ADDRESS       e-mail address; host, host:port, host/path or URL of a broker; or a configuration file\n"
+    "  --dns IP:PORT           who is asked for the brokers of an e-mail address; without it the system's servers\n"
     "  --user [DOMAIN\\]NAME     who logs in; without it the log-in is anonymous\n"
     "  --password-file FILE    the password is the file's first line; - reads it from standard input\n"
-    "  --application NAME      what to launch; without it the first application of the list\n"
-    "  --second NAME           what to launch then; without it the second application of the list\n"
-    "  --folder FOLDER         where icons and the launch file go; without it the current folder\n"
+    "  --launch NAME           what to launch; may be repeated. Without it the first application of the tree\n"
+    "  --folder FOLDER         where launch files go; without it the current folder\n"
     "  --session-program PATH  what is started with --ovl and the launch file\n"
     "  --certificate FILE      PEM file that must vouch for the broker's name; without it any certificate will do\n"
-    "  --locale NAME           language of built-in messages, as de-de\n"
     "  --log FILE              traces the whole conversation; holds session cookies, so keep it private\n"
     "  --help                  this text\n";
 
@@ -34,15 +33,13 @@ constexpr struct {
   const char* name;
   std::string Options::*value;
 } kOptions[] = {
-    {"--broker", &Options::broker},
+    {"--address", &Options::address},
+    {"--dns", &Options::dnsServers},
     {"--user", &Options::user},
     {"--password-file", &Options::passwordFile},
-    {"--application", &Options::application},
-    {"--second", &Options::second},
     {"--folder", &Options::folder},
     {"--session-program", &Options::sessionProgram},
     {"--certificate", &Options::certificate},
-    {"--locale", &Options::locale},
     {"--log", &Options::logFile},
 };
 
@@ -60,11 +57,16 @@ Options readOptions(int count, const char* const* arguments) {
     for (const auto& row : kOptions) {
       if (name == row.name) value = row.value;
     }
-    if (!value) throw UsageError("There is no option " + name + ".");
+    const bool isLaunch = name == "--launch";
+    if (value == nullptr && !isLaunch) throw UsageError("There is no option " + name + ".");
     if (++i == count) throw UsageError(name + " needs a value.");
-    options.*value = arguments[i];
+    if (isLaunch) {
+      options.applications.emplace_back(arguments[i]);
+    } else {
+      options.*value = arguments[i];
+    }
   }
-  if (options.broker.empty()) throw UsageError("Which broker? Give its address with --broker.");
+  if (options.address.empty()) throw UsageError("Which farm? Give its address with --address.");
   return options;
 }
 

@@ -2,20 +2,21 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace orvane::walkthrough {
 
 /// What the command line asks for.
 struct Options {
-  std::string broker;        ///< the address as a user types it
-  std::string user;          ///< `name` or `DOMAIN\name`; empty: anonymous
-  std::string passwordFile;  ///< its first line is the password; "-" is standard input; empty: no password
-  std::string application;   ///< name of the one to launch; empty: the first in the list
-  std::string second;        ///< name of the one to launch then; empty: the second in the list
-  std::string folder = ".";  ///< where icons and the launch file go
+  std::string address;  ///< e-mail address, address of a broker or of a configuration file, as a user types it
+  std::string
+      dnsServers;    ///< who is asked for a mail domain's brokers, `address:port,...`; empty: the system's servers
+  std::string user;  ///< `name` or `DOMAIN\name`; empty: anonymous
+  std::string passwordFile;               ///< its first line is the password; "-" is standard input; empty: no password
+  std::vector<std::string> applications;  ///< names of those to launch, in this order; none: the first of the tree
+  std::string folder = ".";               ///< where launch files go
   std::string sessionProgram = DEMO_SESSION;  ///< started with `--ovl` and the launch file
   std::string certificate;  ///< PEM file that must vouch for the broker; empty: any certificate will do
-  std::string locale = "en-us";
   std::string logFile;
   bool help = false;
 };

@@ -9,7 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "Explanation.h"
+#include "Failure.h"
 
 namespace orvane::walkthrough {
 

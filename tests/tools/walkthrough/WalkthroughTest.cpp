@@ -16,7 +16,7 @@ FarmDescription WalkthroughTest::farm() {
 }
 
 WalkthroughTest::Run WalkthroughTest::walk(const std::string& broker, const std::vector<std::string>& more) const {
-  std::vector<std::string> arguments = {"--broker",        broker, "--user",   "HAFENWERK\\demo",
+  std::vector<std::string> arguments = {"--address",       broker, "--user",   "HAFENWERK\\demo",
                                         "--password-file", "-",    "--folder", folder_.path()};
   arguments.insert(arguments.end(), more.begin(), more.end());
   ChildProcess program(WALKTHROUGH_PROGRAM, arguments, kPassword + "\n");

@@ -1,10 +1,11 @@
 #include <csignal>
 #include <regex>
 
-#include <png.h>
+#include <unistd.h>
 
 #include "Crypto/crypto.h"
 #include "Support/ChildProcess.h"
+#include "Support/DnsServerOfTest.h"
 #include "WalkthroughTest.h"
 
 using namespace orvane::demo;
@@ -21,16 +22,6 @@ constexpr const char kWitness[] =
     "cp \"$2\" \"$folder/copy.ovl\"\n"
     "exec '" DEMO_SESSION_PROGRAM "' \"$@\"\n";
 
-// The whole file as a picture: its width and height, or "none".
-std::string sizeOfPng(const std::string& file) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  if (!png_image_begin_read_from_file(&image, file.c_str())) return "none";
-  std::vector<unsigned char> pixels(PNG_IMAGE_SIZE(image));
-  if (!png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr)) return "none";
-  return std::to_string(image.width) + " x " + std::to_string(image.height);
-}
-
 using WholeWayTest = WalkthroughTest;
 
 TEST_F(WholeWayTest, FromTheTypedAddressToTheSessionProgram) {
@@ -43,15 +34,13 @@ TEST_F(WholeWayTest, FromTheTypedAddressToTheSessionProgram) {
   const FarmDescription farm = WalkthroughTest::farm();
   const std::string count = std::to_string(farm.applications.size());
   for (const std::string& line :
-       {"The broker answers at " + broker_.url() + ".", std::string("Logged in as HAFENWERK\\demo."),
-        "The farm is \"" + farm.name + "\".", count + " icons are in " + folder_.file("icons") + "."})
+       {"Its broker is at " + broker_.url() + ".", std::string("Logged in as HAFENWERK\\demo."),
+        "The farm is \"" + farm.name + "\".", count + " applications are published, " + count + " with an icon:"})
     EXPECT_THAT(run.output, HasSubstr(line + "\n"));
-  for (size_t i = 0; i < farm.applications.size(); ++i) {
-    const Application& application = farm.applications[i];
+  for (const Application& application : farm.applications) {
     const std::string& shown = application.shortcut.empty() ? application.name : application.shortcut;
     EXPECT_THAT(run.output, HasSubstr("\n  " + application.folder + "\n"));
     EXPECT_THAT(run.output, HasSubstr("\n    " + shown + "\n"));
-    EXPECT_EQ(sizeOfPng(folder_.file("icons/" + std::to_string(i + 1) + ".png")), "32 x 32") << shown;
   }
 
   const std::string log = contentOf(folder_.file("log"));
@@ -60,19 +49,33 @@ TEST_F(WholeWayTest, FromTheTypedAddressToTheSessionProgram) {
   EXPECT_EQ(std::filesystem::status(folder_.file("log")).permissions(), std::filesystem::perms(0600));
 }
 
+TEST_F(WholeWayTest, FromAnEmailAddress) {
+  // A broker is looked for at the usual ports; each address of the machine's own network has its own.
+  const std::string ip =
+      "127.83." + std::to_string(getpid() / 250 % 250 + 1) + "." + std::to_string(getpid() % 250 + 1);
+  const DemoBroker broker(farm(), {.port = 8080, .ip = ip});
+  const DnsServerOfTest dns({"--srv-host=_orvane._tcp.example.test,127.83.0.1,443,1",
+                             "--srv-host=_orvane._tcp.example.test," + ip + ",443,2"});
+  const Run run = walk("demo@example.test", {"--dns", dns.address(), "--launch", "Writer", "--launch", "Intranet"});
+  ASSERT_EQ(run.status, 0) << run.errors;
+  for (const std::string& line : {"Its broker is at " + broker.url() + ".", std::string("Session 1: is running."),
+                                  std::string("It would open https://intranet.hafenwerk.example/ on this computer.")})
+    EXPECT_THAT(run.output, HasSubstr(line + "\n"));
+}
+
 TEST_F(WholeWayTest, TheLaunchFileIsEncipheredPrivateAndGoneInTheEnd) {
   const std::string witness = script("witness", kWitness);
   const struct {
-    std::string application, secret, shown;
-  } cases[] = {{"Writer", "password", "Password: ********"}, {"ledger", "ticket", "Ticket: ********"}};
-  for (const auto& [application, secret, shown] : cases) {
-    const Run run = walk({"--application", application, "--second", application, "--session-program", witness});
+    std::string name, secret, shown;
+  } cases[] = {{"writer", "password", "Password: ********"}, {"ledger", "ticket", "Ticket: ********"}};
+  for (const auto& [name, secret, shown] : cases) {
+    const Run run = walk({"--launch", name, "--session-program", witness});
     ASSERT_EQ(run.status, 0) << run.errors;
     EXPECT_THAT(run.output, HasSubstr("\n  " + shown + "\n"));
-    EXPECT_FALSE(std::filesystem::exists(folder_.file("launch.ovl")));
+    EXPECT_FALSE(std::filesystem::exists(folder_.file(name)));
     EXPECT_EQ(contentOf(folder_.file("mode")), "600\n");
     const std::string started = contentOf(folder_.file("started"));
-    EXPECT_THAT(started, HasSubstr("--ovl" + std::string(1, '\0') + folder_.file("launch.ovl")));
+    EXPECT_THAT(started, HasSubstr("--ovl" + std::string(1, '\0') + folder_.file(name)));
     EXPECT_THAT(started, HasSubstr("--password-file"));  // the walkthrough's own arguments
     expectNoSecret(started);
 
@@ -90,11 +93,11 @@ TEST_F(WholeWayTest, WhatFitsARunningSessionGoesThereAndWhatDoesNotStartsAnother
     const char* second;
     const char* words;
   } cases[] = {
-      {"Spreadsheet", "\nIt goes to session 1, which is running.\n"},
+      {"Spreadsheet", "\nIt goes to a session that is running.\n"},
       {"ledger", "\nSession 2: is running.\n"},  // on another server
   };
   for (const auto& [second, words] : cases) {
-    const Run run = walk({"--application", "Writer", "--second", second});
+    const Run run = walk({"--launch", "Writer", "--launch", second});
     ASSERT_EQ(run.status, 0) << run.errors;
     for (const char* line : {words, "\nSession 1: would disconnect.\n", "\nSession 1: has ended.\n"})
       EXPECT_THAT(run.output, HasSubstr(line));
@@ -105,10 +108,15 @@ TEST_F(WholeWayTest, WhatFitsARunningSessionGoesThereAndWhatDoesNotStartsAnother
 TEST_F(WholeWayTest, TheBrokerProgramShowsNoSecretEither) {
   writeFile(folder_.file("wrong"), kPassword + "!\n");
   writeFile(folder_.file("farm.xml"), R"(<farm name="Small"><user name="demo" password=")" + kPassword + R"("/>
+      <configuration guid="{G}" timestamp="1" path="config.xml"/>
+      <file path="config.xml" type="text/xml" source="config.xml" fill-in="yes"/>
       <application name="a" path="a.exe" servername="S" ticket="5D2C7E90F3"/>
       <fault request="authenticate" nth="2" kind="wrong-root"/>
       <fault request="getapplicationlist" nth="2" kind="cut" bytes="20"/>
       <fault request="launchapplication" nth="2" kind="error" errorcode="5"/></farm>)");
+  writeFile(folder_.file("config.xml"),
+            "<ServerFarms><Farm><Location Name='L' TCPPort='${port}' ServerList='${host}' "
+            "Protocol='${https}'/></Farm></ServerFarms>");
   ChildProcess broker(DEMO_BROKER_PROGRAM, {"--farm", folder_.file("farm.xml")});
   const std::string port = broker.line();
   ASSERT_THAT(port, testing::StartsWith("port: "));
