@@ -40,6 +40,7 @@ std::string configurationFileAddress(const std::string& address) {
   if (isConfigurationFileAddress(address)) return address;
   std::string base = address.substr(0, address.find_first_of("?#"));
   base.erase(base.find_last_not_of(":/") + 1);
+  if (base.empty()) return "";
   const size_t schemeEnd = base.find(kSchemeEnd);
   const size_t host = schemeEnd == std::string::npos ? 0 : schemeEnd + kSchemeEnd.size();
   const size_t path = std::min(base.find('/', host), base.size());
@@ -47,18 +48,11 @@ std::string configurationFileAddress(const std::string& address) {
 }
 
 std::string localConfigurationPath(const std::string& address) {
-  std::string path = address;
-  const size_t schemeEnd = address.find(kSchemeEnd);
-  if (schemeEnd != std::string::npos) {
-    if (strcasecmp(address.substr(0, schemeEnd).c_str(), "file") != 0) return "";
-    path.erase(0, schemeEnd + kSchemeEnd.size());
-    constexpr std::string_view kThisMachine = "localhost/";
-    if (path.starts_with(kThisMachine)) path.erase(0, kThisMachine.size() - 1);
-    // Behind a slash of its own, as "~" would be taken for a host.
-    path = UrlParts("file:///" + path).part(CURLUPART_PATH, true);
-    path.erase(0, 1);
+  if (address.find(kSchemeEnd) != std::string::npos) {
+    const UrlParts url(address);
+    return strcasecmp(url.part(CURLUPART_SCHEME).c_str(), "file") == 0 ? url.part(CURLUPART_PATH, true) : "";
   }
-  return path.starts_with("~/") ? homeFolder() + path.substr(1) : path;
+  return address.starts_with("~/") ? homeFolder() + address.substr(1) : address;
 }
 
 }  // namespace orvane

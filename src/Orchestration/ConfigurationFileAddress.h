@@ -19,8 +19,8 @@ std::string configurationFileAddress(const std::string& address);
 
 /// The path of the file of this machine that the address of a configuration file may mean; empty if it means none.
 ///
-/// A URL of the scheme "file" means its path, decoded; an address of any other scheme no file; an address without a
-/// scheme is a path as it stands, and a relative one starts in the working folder. "~/" is the user's home folder.
+/// A URL of the scheme "file" without a host means its path, decoded; one of any other scheme no file; an address
+/// without a scheme is a path as it stands, relative to the working folder or, behind "~/", to the user's home folder.
 std::string localConfigurationPath(const std::string& address);
 
 }  // namespace orvane

@@ -61,7 +61,7 @@ std::shared_ptr<PendingTask> OvBrokerClientController::configureFarmFromURL(cons
 }
 
 bool OvBrokerClientController::configureFarmWithEmail(const std::string& email, const PendingTask& task,
-                                                      const Delegate& delegate, bool fromXmlConfigOnly) {
+                                                      const Delegate& delegate, bool fromXmlConfigOnly) const {
   if (email.find('@') == std::string::npos || !isAddress(email)) return false;
   const std::string query = OvU_GetServiceSearchQueryStringForEmail(email);
   return _srvRecordsBrowser->searchServiceRecordsWithQuery(query, [&](const std::vector<std::string>& names) {
@@ -77,7 +77,8 @@ bool OvBrokerClientController::configureFarmWithEmail(const std::string& email, 
 
 FarmConfigurationResult OvBrokerClientController::configureFarmWithUrl(const std::string& url,
                                                                        const std::optional<std::string>& farmGUID,
-                                                                       bool fromConfigOnly, const PendingTask& task) {
+                                                                       bool fromConfigOnly,
+                                                                       const PendingTask& task) const {
   std::optional<FarmConfigurationResult> result;
   if (!fromConfigOnly) {
     result = configureFarmForBYODWithUrl(url, farmGUID, task);
@@ -88,7 +89,7 @@ FarmConfigurationResult OvBrokerClientController::configureFarmWithUrl(const std
 }
 
 FarmConfigurationResult OvBrokerClientController::configureFarmForBYODWithUrl(
-    const std::string& url, const std::optional<std::string>& farmGUID, const PendingTask& task) {
+    const std::string& url, const std::optional<std::string>& farmGUID, const PendingTask& task) const {
   const std::shared_ptr<OvFarm> storedFarm =
       farmGUID ? onMain([&] { return _farmManager->findFarmWithGUID(*farmGUID); }) : nullptr;
   // Not the farm's own client: a flow may use that, and one that hangs must not hold up this one.

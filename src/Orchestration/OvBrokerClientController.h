@@ -137,12 +137,12 @@ class OvBrokerClientController : public std::enable_shared_from_this<OvBrokerCli
   // The roads of configureFarmFromURL, on its worker. True: the search for the domain's brokers was made, and what came
   // of it is delivered.
   bool configureFarmWithEmail(const std::string& email, const PendingTask& task, const Delegate& delegate,
-                              bool fromXmlConfigOnly);
+                              bool fromXmlConfigOnly) const;
   FarmConfigurationResult configureFarmWithUrl(const std::string& url, const std::optional<std::string>& farmGUID,
-                                               bool fromConfigOnly, const PendingTask& task);
+                                               bool fromConfigOnly, const PendingTask& task) const;
   FarmConfigurationResult configureFarmForBYODWithUrl(const std::string& url,
                                                       const std::optional<std::string>& farmGUID,
-                                                      const PendingTask& task);
+                                                      const PendingTask& task) const;
   static FarmConfigurationResult configureFarmFromXmlUrl(const std::string& url, const PendingTask& task,
                                                          bool fromXmlConfigOnly);
   // Whether there was something to tell, and somebody to hear it.

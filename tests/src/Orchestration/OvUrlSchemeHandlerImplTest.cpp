@@ -1,0 +1,37 @@
+#include "FlowFixture.h"
+#include "Links/OvUrlScheme.h"
+#include "Orchestration/OvUrlSchemeHandlerImpl.h"
+#include "Support/OvWriteLog.h"
+
+namespace {
+
+struct RecordingDelegate : OvUrlSchemeHandlerDelegate {
+  void urlSchemeHandlerDidReceiveAutodetectURL(const std::string& url, const std::string& farmGUID) override {
+    links.emplace_back(url, farmGUID);
+  }
+  std::vector<std::pair<std::string, std::string>> links;
+};
+
+TEST(OvUrlSchemeHandlerImplTest, KnowsThisClientAndPassesOnlyAutodetectLinksOn) {
+  const FlowFixture fixture;
+  OvSetLogFile(fixture.home.file("log").c_str());
+  OvSetLogLevel(4);
+  RecordingDelegate delegate;
+  OvUrlSchemeHandlerImpl handler(*fixture.manager, delegate);
+  const OvConnectorInfo info = OvBrokerClientController::makeConnectorInfo();
+  EXPECT_EQ(handler.getLaunchType() + handler.getConnectorOSType() + handler.getConnectorVersion(),
+            info.getLaunchType() + info.getConnectorOSType() + info.getConnectorVersion());
+  EXPECT_EQ(handler.getDeviceName() + handler.getDeviceIP() + handler.getDeviceTimeZoneOffset(),
+            info.getDeviceName() + info.getDeviceIP() + info.getDeviceTimeZoneOffset());
+  OvUrlScheme scheme(&handler);
+  for (const char* link :
+       {"orvane://loadconfig/?configurl=aHR0cDovL3g&connect=1&farmguid=G", "orvane://connectfarm/?farmguid=G",
+        "orvane://launchapp/?ovlurl=aHR0cDovL3g", "orvane://autodetect/?autodetecturl=aHR0cDovL3g&farmguid=G"}) {
+    scheme.parseURL(link);
+  }
+  EXPECT_THAT(delegate.links, testing::ElementsAre(testing::Pair("http://x", "{G}")));
+  EXPECT_THAT(contentOf(fixture.home.file("log")),
+              testing::HasSubstr(": autoDetect: Orvane autoDetect: autoDetectURL = http://x farmGUID = {G}\n"));
+}
+
+}  // namespace
