@@ -30,14 +30,18 @@ std::string FarmPasswords::keyByName(const OvFarm& farm) {
   return farm.name() + ":" + farm.credentials().username() + ":" + farm.credentials().domain();
 }
 
-void FarmPasswords::load(bool isListComplete, Work done) {
-  isListComplete_ = isListComplete;
+void FarmPasswords::listWasLoaded() {
+  isRead_ = false;
   expected_.clear();
   for (size_t index = 0; index < farms_->size(); ++index) {
     const OvFarm& farm = *(*farms_)[index];
     expected_.push_back({(*farms_)[index], keyByIndex(index, farm), keyByName(farm), farm.credentials().username(),
                          farm.credentials().domain()});
   }
+}
+
+void FarmPasswords::load(bool isListComplete, Work done) {
+  if (!isListComplete) isListComplete_ = false;
   read(std::move(done));
 }
 
@@ -51,10 +55,12 @@ void FarmPasswords::save(Work done) {
 }
 
 void FarmPasswords::read(Work done) {
-  storeQueue_->post([self = shared_from_this(), done = std::move(done)] {
+  storeQueue_->post([self = shared_from_this(), done = std::move(done)]() mutable {
     SecretStore::Item item = self->keychain_->loadDataForKey(kItem);
     const auto bytes = std::make_shared<const SecretBytes>(std::move(item.bytes));
-    self->mainQueue_->post([self, reading = item.reading, bytes, done] {
+    // Handed over, not copied: farms and callers' objects mustn't go on this thread.
+    const std::shared_ptr<MainQueue> mainQueue = self->mainQueue_;
+    mainQueue->post([self = std::move(self), reading = item.reading, bytes, done = std::move(done)] {
       self->take(reading, bytes);
       if (done) done();
     });
@@ -64,8 +70,9 @@ void FarmPasswords::read(Work done) {
 void FarmPasswords::take(SecretStore::Reading reading, const std::shared_ptr<const SecretBytes>& bytes) {
   if (reading == SecretStore::Reading::kUnreadable) return;
   isRead_ = true;
-  hasItem_ = reading == SecretStore::Reading::kFound;
+  if (reading == SecretStore::Reading::kFound) hasItem_ = true;
   if (!bytes->bytes.empty() && (!giveToFarms(bytes->bytes) || !isListComplete_)) setAside_ = bytes;
+  isListComplete_ = true;
   expected_.clear();
 }
 
@@ -80,7 +87,9 @@ bool FarmPasswords::giveToFarms(const std::vector<uint8_t>& archive) {
       if (!isForThisUser || !credentials.password().empty()) continue;
       std::optional<std::string> password = passwords.string(expected.keyByIndex);
       if (!password) password = passwords.string(expected.keyByName);
-      credentials.setPassword(std::move(password).value_or(""));
+      if (!password) continue;
+      const WipeAtEnd wiping(*password);
+      credentials.setPassword(*password);
     }
   } catch (const KeyedArchiveError& error) {
     OvWriteLog(2, "%s: the saved passwords can't be understood: %s", "loadPasswordsFromKeychain", error.what());
@@ -105,12 +114,25 @@ void FarmPasswords::write(Work done) {
   }
   hasItem_ = true;
   const auto bytes = std::make_shared<const SecretBytes>(archiver.finish());
-  storeQueue_->post([self = shared_from_this(), bytes, setAside = setAside_, done = std::move(done)] {
-    if (!setAside || self->keychain_->saveData(setAside->bytes, kSetAsideItem)) {
-      self->keychain_->saveData(bytes->bytes, kItem);
-    }
-    if (done) self->mainQueue_->post(done);
+  storeQueue_->post([self = shared_from_this(), bytes, setAside = setAside_, done = std::move(done)]() mutable {
+    if (!setAside || self->keepBeside(setAside->bytes)) self->keychain_->saveData(bytes->bytes, kItem);
+    const std::shared_ptr<MainQueue> mainQueue = self->mainQueue_;
+    mainQueue->post([self = std::move(self), done = std::move(done)] {
+      if (done) done();
+    });
   });
+}
+
+bool FarmPasswords::keepBeside(const std::vector<uint8_t>& bytes) const {
+  std::string name = kSetAsideItem;
+  for (int number = 2;; ++number) {
+    SecretStore::Item there = keychain_->loadDataForKey(name);
+    const WipeAtEnd wiping(there.bytes);
+    if (there.reading == SecretStore::Reading::kUnreadable) return false;
+    const bool isTaken = there.reading == SecretStore::Reading::kFound && there.bytes != bytes;
+    if (!isTaken) return keychain_->saveData(bytes, name);
+    name = std::string(kSetAsideItem) + "-" + std::to_string(number);
+  }
 }
 
 }  // namespace orvane

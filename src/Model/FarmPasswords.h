@@ -26,8 +26,12 @@ class FarmPasswords : public std::enable_shared_from_this<FarmPasswords> {
   FarmPasswords(std::shared_ptr<const OvFarmList> farms, std::shared_ptr<MCCachedKeychain> keychain,
                 std::shared_ptr<SerialQueue> storeQueue, std::shared_ptr<MainQueue> mainQueue);
 
-  /// Gives the farms of the list the passwords that the store has for them. `done` is called on the main thread when
-  /// that is settled, whether the store could be read or not.
+  /// To be called when the list comes from an archive: the store has these farms' passwords under the keys that the
+  /// farms have now, however the list changes before the store can be read.
+  void listWasLoaded();
+
+  /// Gives the farms of the loaded list the passwords that the store has for them. `done` is called on the main thread
+  /// when that is settled, whether the store could be read or not.
   /// @param isListComplete  false if the list may lack farms that have passwords in the store: these are then kept in
   ///                        an item beside before the store is written.
   void load(bool isListComplete, Work done);
@@ -36,6 +40,7 @@ class FarmPasswords : public std::enable_shared_from_this<FarmPasswords> {
   /// settled; the text of what failed is in the log.
   void save(Work done);
 
+  /// The key of a farm's password in the item, and the one that earlier versions used.
   static std::string keyByIndex(size_t index, const OvFarm& farm);
   static std::string keyByName(const OvFarm& farm);
 
@@ -64,6 +69,8 @@ class FarmPasswords : public std::enable_shared_from_this<FarmPasswords> {
   // False if the bytes are no archive.
   bool giveToFarms(const std::vector<uint8_t>& archive);
   void write(Work done);
+  // Keeps the bytes in an item that holds nothing else yet. On the store's queue. False if that can't be had.
+  bool keepBeside(const std::vector<uint8_t>& bytes) const;
 
   const std::shared_ptr<const OvFarmList> farms_;
   const std::shared_ptr<MCCachedKeychain> keychain_;

@@ -126,6 +126,7 @@ bool OvFarmManager::loadFromData(std::span<const uint8_t> data) {
     OvFarmList farms;
     for (const orvane::KeyedObject& fields : *connections) farms.push_back(std::make_shared<OvFarm>(fields));
     *_farmList = std::move(farms);
+    _passwords->listWasLoaded();
     return true;
   } catch (const orvane::KeyedArchiveError& error) {
     OvWriteLog(2, "%s: Cannot unarchive farms data.", __func__);

@@ -28,13 +28,13 @@ class FarmPasswordsTest : public testing::Test {
     return entries;
   }
 
-  // A file with two farms whose passwords are in the store.
-  void saveTwoFarms() {
+  // A file with farms whose passwords are in the store.
+  void saveFarms(const std::vector<std::string>& names) {
     const auto manager = desktop_.startAndLoad();
-    manager->addFarm(farmWithPassword("A", "secret A"));
-    manager->addFarm(farmWithPassword("B", "secret B"));
+    for (const std::string& name : names) manager->addFarm(farmWithPassword(name, "secret " + name));
     desktop_.save(*manager);
   }
+  void saveTwoFarms() { saveFarms({"A", "B"}); }
 
   FarmStoreFixture desktop_;
 };
@@ -86,17 +86,19 @@ TEST_F(FarmPasswordsTest, AStoreThatWasLockedAtStartIsNotOverwritten) {
 }
 
 TEST_F(FarmPasswordsTest, AStoreThatOpensLaterIsPickedUp) {
-  saveTwoFarms();
+  saveFarms({"removed", "typed", "moved", "somebody else's"});
   desktop_.secrets->setUnreadable(true);
   const auto manager = desktop_.startAndLoad();
+  manager->removeFarm(manager->farms()[0]);
   manager->farms()[0]->credentials().setPassword(SecretText("typed"));
-  manager->farms()[1]->credentials().setUsername("somebody else");
+  manager->farms()[1]->setName("renamed");
+  manager->farms()[2]->credentials().setUsername("somebody else");
   desktop_.secrets->setUnreadable(false);
   bool isSettled = false;
   manager->loadPasswordsFromKeychain([&] { isSettled = true; });
   desktop_.queue->pump();
   EXPECT_TRUE(isSettled);
-  EXPECT_THAT(passwordsOf(*manager), ElementsAre("typed", "")) << "what the user gave stays, and is nobody else's";
+  EXPECT_THAT(passwordsOf(*manager), ElementsAre("typed", "secret moved", ""));
 }
 
 TEST_F(FarmPasswordsTest, AFailedWriteIsTriedAgain) {
@@ -115,7 +117,11 @@ TEST_F(FarmPasswordsTest, WhatCannotBeUnderstoodIsKeptBeside) {
   saveTwoFarms();
   const auto before = stored();
   writeFile(desktop_.file(), "damaged");
+  desktop_.secrets->setUnreadable(true);
   auto manager = desktop_.startAndLoad();
+  desktop_.save(*manager);
+  desktop_.secrets->setUnreadable(false);
+  manager->loadPasswordsFromKeychain();
   desktop_.save(*manager);
   EXPECT_THAT(stored(), ElementsAre()) << "there is no farm";
   EXPECT_EQ(stored(kBeside), before) << "for the farms of the damaged file";
@@ -128,7 +134,8 @@ TEST_F(FarmPasswordsTest, WhatCannotBeUnderstoodIsKeptBeside) {
   desktop_.secrets->setRefusesSaves(false);
   desktop_.save(*manager);
   EXPECT_THAT(stored(), ElementsAre("0:user of A:HAFENWERK=secret A"));
-  EXPECT_EQ(desktop_.secrets->stored(kBeside)->size(), 7u);
+  EXPECT_EQ(stored(kBeside), before);
+  EXPECT_EQ(desktop_.secrets->stored(std::string(kBeside) + "-2")->size(), 7u);
 }
 
 TEST_F(FarmPasswordsTest, NobodyWaitsForASlowStore) {
