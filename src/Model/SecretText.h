@@ -8,7 +8,7 @@
 class SecretText {
  public:
   SecretText() = default;
-  SecretText(std::string text) : text_(std::move(text)) {}
+  SecretText(std::string text) : text_(std::move(text)) { orvane::wipe(text); }  // a short text stays where it was
   SecretText(const char* text) : text_(text) {}
   SecretText(const SecretText& other) : text_(other.text_) {}
   ~SecretText() { orvane::wipe(text_); }
@@ -17,6 +17,7 @@ class SecretText {
     std::string text = other.text_;
     orvane::wipe(text_);
     text_.swap(text);
+    orvane::wipe(text);  // which has still what was swapped if that is short
     return *this;
   }
 

@@ -59,7 +59,7 @@ std::optional<std::string> KeyedObject::string(std::string_view key) const {
   if (!found.node) return std::nullopt;
   const std::optional<std::string_view> text = contents_->text(found);
   if (!text) refuse(key, "a text");
-  return std::string(*text);
+  return std::optional<std::string>(std::in_place, *text);  // no copy of a secret stays behind
 }
 
 std::optional<std::vector<std::string>> KeyedObject::strings(std::string_view key) const {
