@@ -5,6 +5,7 @@
 #include <optional>
 #include <pugixml.hpp>
 
+#include <fcntl.h>
 #include <stdlib.h>
 #include <unistd.h>
 
@@ -21,7 +22,7 @@ namespace {
 // A file of our own that nobody else may read or had there before, gone with the object.
 class PrivateFile {
  public:
-  PrivateFile() : file_(mkstemps(path_.data(), kSuffixLength)) {}
+  PrivateFile() : file_(folder_.empty() ? -1 : mkostemps(path_.data(), kSuffixLength, O_CLOEXEC)) {}
   ~PrivateFile() {
     if (file_.isOpen()) unlink(path_.c_str());
   }
@@ -33,7 +34,8 @@ class PrivateFile {
 
  private:
   static constexpr int kSuffixLength = 5;
-  std::string path_ = OvU_GetTempDirPath() + "/tempFarms-XXXXXX.farm";
+  const std::string folder_ = OvU_GetTempDirPath();
+  std::string path_ = folder_ + "/tempFarms-XXXXXX.farm";
   orvane::FileDescriptor file_;
 };
 
@@ -42,7 +44,10 @@ bool isWebAddress(const std::string& url) {
                              [&](const char* scheme) { return strncasecmp(url.c_str(), scheme, strlen(scheme)) == 0; });
 }
 
-bool isCodePoint(wchar_t unit) { return unit <= 0x10FFFF && (unit < 0xD800 || unit > 0xDFFF) && unit >= 0; }
+bool isCodePoint(wchar_t unit) {
+  const auto point = static_cast<char32_t>(unit);  // of a type that may have a sign or not
+  return point <= 0x10FFFF && (point < 0xD800 || point > 0xDFFF);
+}
 
 std::string joined(const std::deque<std::wstring>& texts, const char* separator) {
   std::string result;
