@@ -1,9 +1,13 @@
 #include "Model/RecordCoding.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <utility>
+
 namespace orvane {
 
 int32_t integerOfText(const std::string& text) {
-  errno = 0;
   const long long number = std::strtoll(text.c_str(), nullptr, 10);  // at its own limits if the text goes beyond them
   using Limits = std::numeric_limits<int32_t>;
   return static_cast<int32_t>(std::clamp<long long>(number, Limits::min(), Limits::max()));

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <charconv>
-#include <limits>
 #include <memory>
 
 #include "Model/RecordFields.h"

@@ -88,7 +88,7 @@ BinaryPropertyListWriter::Object BinaryPropertyListWriter::scalar(Kind kind, uin
 
 BinaryPropertyListWriter::Object BinaryPropertyListWriter::text(std::string_view text) {
   const size_t start = leaves_.size();
-  if (std::all_of(text.begin(), text.end(), [](char c) { return c > 0; })) {
+  if (std::all_of(text.begin(), text.end(), [](char c) { return c != 0 && static_cast<uint8_t>(c) < 0x80; })) {
     appendMarker(leaves_, kAscii, text.size());
     leaves_.insert(leaves_.end(), text.begin(), text.end());
     return add({kAscii, start, leaves_.size() - start});

@@ -13,8 +13,8 @@ namespace orvane {
 std::string homeFolder();
 
 /// Orvane's own folder below one of the base directories, for preferences, for data that can't be fetched again, and
-/// for the log. It is made if missing, mode 0700, and so is the base directory with its parents. For data it is `name`, which
-/// may be a path.
+/// for the log. It is made if missing, mode 0700, and so is the base directory with its parents. For data it is `name`,
+/// which may be a path.
 std::string configurationFolder();
 std::string dataFolder(const std::string& name);
 std::string stateFolder();
