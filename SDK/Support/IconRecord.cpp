@@ -1,6 +1,5 @@
 #include "Support/IconRecord.h"
 
-#include <array>
 #include <limits>
 
 #include "Support/OvWriteLog.h"
@@ -16,25 +15,22 @@ constexpr uint64_t kMaskBitsOffset = kMaskHeaderOffset + BitmapInfoHeader::kSize
 // Keeps every size that is made of the string's within the 32 bits of an ICO file's fields.
 constexpr uint64_t kLargestString = std::numeric_limits<uint32_t>::max();
 
-constexpr std::array<uint8_t, 256> makeDigitValues() {
-  std::array<uint8_t, 256> values{};
-  for (unsigned digit = 0; digit < 10; ++digit) values['0' + digit] = static_cast<uint8_t>(digit);
-  for (unsigned digit = 10; digit < 16; ++digit) {
-    values['a' + digit - 10] = values['A' + digit - 10] = static_cast<uint8_t>(digit);
-  }
-  return values;
+// Arithmetic and choices rather than a table: the compiler makes vector instructions of it, and nearly all of the time
+// that an icon takes goes here.
+constexpr unsigned valueOf(char digit) {
+  const auto decimal = static_cast<uint8_t>(digit - '0');
+  const auto letter = static_cast<uint8_t>((digit | 0x20) - 'a');
+  const auto valueOfLetter = static_cast<uint8_t>(letter < 6 ? letter + 10 : 0);
+  return decimal < 10 ? decimal : valueOfLetter;
 }
-
-constexpr std::array<uint8_t, 256> kDigitValues = makeDigitValues();
 
 std::vector<uint8_t> decodeHexadecimal(std::string_view digits) {
   std::vector<uint8_t> bytes(digits.size() / 2);
-  const char* digit = digits.data();
-  for (uint8_t& byte : bytes) {
-    const unsigned high = kDigitValues[static_cast<uint8_t>(*digit++)];
-    const unsigned low = kDigitValues[static_cast<uint8_t>(*digit++)];
-    byte = static_cast<uint8_t>(high << 4 | low);
-  }
+  const char* const text = digits.data();
+  uint8_t* const values = bytes.data();
+  const size_t size = bytes.size();
+  for (size_t i = 0; i < size; ++i)
+    values[i] = static_cast<uint8_t>(valueOf(text[2 * i]) << 4 | valueOf(text[2 * i + 1]));
   return bytes;
 }
 
