@@ -16,7 +16,8 @@ constexpr int kPatienceMilliseconds = 10'000;
 
 }  // namespace
 
-ShownSessions::ShownSessions() : added_(eventfd(0, EFD_CLOEXEC)), manager_(this) {}
+ShownSessions::ShownSessions()
+    : added_(eventfd(0, EFD_CLOEXEC)), manager_(std::in_place, static_cast<OvSessionManagerObserver*>(this)) {}
 
 bool ShownSessions::start(const std::string& executable, const std::vector<std::string>& arguments,
                           const std::string&) try {
@@ -50,9 +51,14 @@ uint32_t ShownSessions::awaitSession(const SessionProcess& process) {
 
 void ShownSessions::end() {
   for (Started& session : started_) {
-    if (session.id != 0 && manager_.disconnectSession(session.id)) session.process.waitForEnd();
+    if (session.id != 0 && manager_->disconnectSession(session.id)) session.process.waitForEnd();
   }
   started_.clear();
+}
+
+void ShownSessions::close() {
+  started_.clear();
+  manager_.reset();
 }
 
 void ShownSessions::sessionAdded(uint32_t sessionId) {

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <list>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@
 namespace orvane::walkthrough {
 
 /// Starts session programs with this program's own output, and lets others go on only when the new session is known to
-/// the machine, so that the next launch can find it. Whatever still runs is told to end when this object goes.
+/// the machine, so that the next launch can find it.
 class ShownSessions : public ProcessStarter, private OvSessionManagerObserver {
  public:
   ShownSessions();
@@ -29,6 +30,9 @@ class ShownSessions : public ProcessStarter, private OvSessionManagerObserver {
 
   /// Has the sessions of these programs disconnect, and waits for the programs' end. @throws Failure if one ends badly.
   void end();
+  /// Tells whatever still runs to end, and leaves the machine's registry. To be called before the program ends, which
+  /// waits for no thread that might still hold this object. Nothing can be started after that.
+  void close();
 
  private:
   struct Started {
@@ -47,7 +51,7 @@ class ShownSessions : public ProcessStarter, private OvSessionManagerObserver {
   std::list<Started> started_;
   const FileDescriptor added_;  // an event, raised when a session comes
   std::atomic<uint32_t> lastAdded_ = 0;
-  OvSessionManager manager_;
+  std::optional<OvSessionManager> manager_;
 };
 
 }  // namespace orvane::walkthrough

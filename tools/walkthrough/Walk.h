@@ -19,6 +19,9 @@ class Walk {
  public:
   /// `options` must outlive the walk.
   explicit Walk(const Options& options);
+  ~Walk() { sessions_->close(); }
+  Walk(const Walk&) = delete;
+  Walk& operator=(const Walk&) = delete;
 
   /// From the typed address to a farm.
   void findFarm();
