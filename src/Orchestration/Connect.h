@@ -24,12 +24,14 @@ struct OvBrokerClientController::Connect {
 
   bool isRunning() const { return task->isRunning(); }
 
+  /// Says why it fails. @return false
   bool fail(BrokerControllerError code) {
     error = getErrorForBrokerControllerErrorCode(code);
     return false;
   }
-  void fail(const OvException& exception) {
+  bool fail(const OvException& exception) {
     error = OvU_MakeNSError(exception.getErrorCode(), exception.getErrorText());
+    return false;
   }
 
   /// Calls `tell` with the delegate, if there still is one.

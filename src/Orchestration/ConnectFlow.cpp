@@ -96,8 +96,7 @@ bool OvBrokerClientController::establishConnnectionToFarm(Connect& connect) cons
     if (isConnected) setupFarmAfterConnect(connect);
     if (!connect.isRunning()) return false;
   } catch (const OvException& exception) {
-    connect.fail(exception);
-    isConnected = false;
+    isConnected = connect.fail(exception);
   }
 
   onMain([&] {

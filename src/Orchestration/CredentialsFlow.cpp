@@ -36,8 +36,7 @@ bool OvBrokerClientController::updateCredentialsForFarm(Connect& connect) const 
         credentials.setCredentialsAreValid(false);
         if (!connect.isRunning()) return false;
         if (held.isAnonymous || std::ranges::find(kRetryCodes, exception.getErrorCode()) == std::end(kRetryCodes)) {
-          connect.fail(exception);
-          return false;
+          return connect.fail(exception);
         }
         retryError = OvU_MakeNSError(exception.getErrorCode(), exception.getErrorText());
       }

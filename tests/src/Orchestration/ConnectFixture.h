@@ -16,7 +16,8 @@ class ConnectFixture : public FlowFixture {
   using Change = std::function<void(ConnectFixture&)>;
 
   explicit ConnectFixture(std::function<void(const orvane::demo::RecordedRequest&)> onRequest = {})
-      : broker({.users = {{.name = "ann", .password = "secret"}, {.name = "expired", .refusal = {{1330, "Expired."}}}},
+      : broker({.name = "Theirs",
+                .users = {{.name = "ann", .password = "secret"}, {.name = "expired", .refusal = {{1330, "Expired."}}}},
                 .applications = {{.name = "editor", .folder = "Office"}}},
                {.onRequest = std::move(onRequest)}) {
     farm->setName("Mine");
@@ -88,21 +89,30 @@ class ConnectFixture : public FlowFixture {
     ASSERT_TRUE(runUntilIdle(*farm));
   }
 
-  /// What the broker was asked, a word each.
+  /// What the broker was asked: Broker info, Authenticate, Connector info, a File, farm Properties, application List.
   std::string requests() const {
-    static const std::map<std::string, std::string> kWords = {
-        {"brokerinfo", "info"},        {"authenticate", "login"},      {"getconnectorinfo", "connector"},
-        {"getfarmproperties", "name"}, {"getapplicationlist", "list"}, {"/configurations/my%20farm.xml", "file"}};
-    std::string words;
+    static const std::map<std::string, char> kLetters = {{"brokerinfo", 'B'},
+                                                         {"authenticate", 'A'},
+                                                         {"getconnectorinfo", 'C'},
+                                                         {"getfarmproperties", 'P'},
+                                                         {"getapplicationlist", 'L'}};
+    std::string letters;
     for (const std::string& request : requestsOf(broker)) {
-      const auto word = kWords.find(request);
-      words += (words.empty() ? "" : " ") + (word == kWords.end() ? request : word->second);
+      const auto letter = kLetters.find(request);
+      letters += request == "/configurations/my%20farm.xml" ? 'F' : letter == kLetters.end() ? '?' : letter->second;
     }
-    return words;
+    return letters;
   }
+  /// What the delegate was told and asked; "done" for "connected, applications".
   std::string events() const {
     std::string words;
-    for (const std::string& event : delegate->events()) words += (words.empty() ? "" : ", ") + event;
+    for (const std::string& event : delegate->events()) {
+      if (words.ends_with("connected") && event == "applications") {
+        words.replace(words.size() - 9, 9, "done");
+      } else {
+        words += (words.empty() ? "" : ", ") + event;
+      }
+    }
     return words;
   }
   /// A farm as "name@preferred location user", with "!" if the user is not to be sent without asking.
