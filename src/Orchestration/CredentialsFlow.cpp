@@ -40,7 +40,6 @@ bool OvBrokerClientController::updateCredentialsForFarm(Connect& connect) const 
         }
         retryError = OvU_MakeNSError(exception.getErrorCode(), exception.getErrorText());
       }
-      if (!connect.isRunning()) return false;
     }
     const auto answer = promptForCredentialsWithOldCredentials(connect, credentials, held.disallowsSaving, retryError);
     if (!answer) {
