@@ -26,6 +26,7 @@ FarmDescription farmWithApplications() {
 class LaunchFlowTest : public testing::Test, protected LaunchFixture {
  protected:
   LaunchFlowTest() {
+    flow.mainQueue->pump();  // the store is read
     farm->display().setWidth(1921);
     farm->display().setFullscreen(false);
     location->setDoUseSsl(true);
@@ -113,11 +114,13 @@ TEST_F(LaunchFlowTest, AllSessionsAreDisconnected) {
     std::promise<void> isDisconnected;
   } sessions[2];
   OvSessionManager manager;
-  for (Session& session : sessions) ASSERT_NE(manager.addSession(OvSettings(), &session), 0u);
+  std::vector<uint32_t> ids;
+  for (Session& session : sessions) ids.push_back(manager.addSession(OvSettings(), &session));
   flow.controller->disconnectAllOpenedSessions();
   for (Session& session : sessions) {
     EXPECT_EQ(session.isDisconnected.get_future().wait_for(PumpedQueue::kPatience), std::future_status::ready);
   }
+  for (const uint32_t id : ids) EXPECT_EQ(manager.removeSession(id), 1);  // waits for the call that it may be in
 }
 
 }  // namespace
