@@ -101,17 +101,6 @@ TEST_F(FarmPasswordsTest, AStoreThatOpensLaterIsPickedUp) {
   EXPECT_THAT(passwordsOf(*manager), ElementsAre("typed", "secret moved", ""));
 }
 
-TEST_F(FarmPasswordsTest, AFailedWriteIsTriedAgain) {
-  const auto manager = desktop_.startAndLoad();
-  manager->addFarm(farmWithPassword("A", "secret A"));
-  desktop_.secrets->setRefusesSaves(true);
-  desktop_.save(*manager);
-  EXPECT_THAT(stored(), ElementsAre("no item"));
-  desktop_.secrets->setRefusesSaves(false);
-  desktop_.save(*manager);
-  EXPECT_THAT(stored(), ElementsAre("0:user of A:HAFENWERK=secret A"));
-}
-
 TEST_F(FarmPasswordsTest, WhatCannotBeUnderstoodIsKeptBeside) {
   constexpr const char* kBeside = "passwordKeyForKeyChain.unreadable";
   saveTwoFarms();

@@ -86,7 +86,6 @@ TEST_F(FarmStoreFormatTest, OthersReadOurs) {
         R"("$class": "OvPerformance")", R"("connectionSpeed": 6)", R"("apps": [])"}) {
     EXPECT_THAT(store, testing::HasSubstr(part));
   }
-  EXPECT_THAT(store, testing::Not(testing::HasSubstr("secret")));
   EXPECT_THAT(store, testing::Not(testing::HasSubstr("sslGateway")));
 
   const auto item = desktop_.secrets->stored("passwordKeyForKeyChain").value();

@@ -93,14 +93,6 @@ TEST(LocationTest, NumbersAreArchivedAsTexts) {
   EXPECT_EQ(orvane::openKeyedArchive(archiver.finish()).string("port"), "443");
 }
 
-TEST(LocationTest, AGatewayThatIsNotUsedIsNotArchived) {
-  OvLocation location;
-  location.setSslGateway("gateway");
-  orvane::KeyedArchiver archiver;
-  location.encodeWithCoder(archiver);
-  EXPECT_EQ(orvane::openKeyedArchive(archiver.finish()).string("sslGateway"), std::nullopt);
-}
-
 TEST(CredentialsTest, ForgettingKeepsWhatIsNotTheUsers) {
   OvCredentials full;
   full.setUsername("user");

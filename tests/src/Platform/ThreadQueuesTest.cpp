@@ -6,7 +6,6 @@
 
 #include "Platform/EndProcess.h"
 #include "Platform/ThreadQueues.h"
-#include "Support/PumpedQueue.h"
 
 namespace {
 
@@ -181,26 +180,6 @@ TEST(EndProcessDeathTest, NeitherWaitsForBlockedThreadsNorDestroysWhatTheyUse) {
         orvane::endProcess(7);
       },
       testing::ExitedWithCode(7), "");
-}
-
-TEST(PumpedQueue, RunsWorkOfAnyThreadOnTheTestsThread) {
-  const auto queue = std::make_shared<PumpedQueue>();
-  const std::shared_ptr<orvane::GlobalQueue> global = queue;
-  int runs = 0;
-  bool onTestThread = true;
-  std::thread poster([&] {
-    EXPECT_FALSE(queue->isCurrentThread());
-    global->post([&] {
-      onTestThread = queue->isCurrentThread();
-      global->post([&] { ++runs; });
-      ++runs;
-    });
-  });
-  EXPECT_TRUE(queue->pumpUntil([&] { return runs == 1; }));
-  poster.join();
-  EXPECT_TRUE(onTestThread);
-  EXPECT_EQ(queue->pump(), 1U);
-  EXPECT_FALSE(queue->pumpOne());
 }
 
 }  // namespace
