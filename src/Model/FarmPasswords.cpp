@@ -1,5 +1,10 @@
 #include "Model/FarmPasswords.h"
 
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "Platform/KeyedArchive.h"
@@ -13,6 +18,14 @@ namespace {
 constexpr const char* kItem = "passwordKeyForKeyChain";
 constexpr const char* kSetAsideItem = "passwordKeyForKeyChain.unreadable";
 
+// The names of the farms of the list that the item was written with: which index is whose, if the list's file was
+// written again and the item could not be. No farm's key is without a colon.
+constexpr const char* kNames = "farmNames";
+
+std::string keyOf(const std::string& whose, const std::string& username, const std::string& domain) {
+  return whose + ":" + username + ":" + domain;
+}
+
 }  // namespace
 
 FarmPasswords::FarmPasswords(std::shared_ptr<const OvFarmList> farms, std::shared_ptr<MCCachedKeychain> keychain,
@@ -23,20 +36,18 @@ FarmPasswords::FarmPasswords(std::shared_ptr<const OvFarmList> farms, std::share
       mainQueue_(std::move(mainQueue)) {}
 
 std::string FarmPasswords::keyByIndex(size_t index, const OvFarm& farm) {
-  return std::to_string(index) + ":" + farm.credentials().username() + ":" + farm.credentials().domain();
+  return keyOf(std::to_string(index), farm.credentials().username(), farm.credentials().domain());
 }
 
 std::string FarmPasswords::keyByName(const OvFarm& farm) {
-  return farm.name() + ":" + farm.credentials().username() + ":" + farm.credentials().domain();
+  return keyOf(farm.name(), farm.credentials().username(), farm.credentials().domain());
 }
 
 void FarmPasswords::listWasLoaded() {
   isRead_ = false;
   expected_.clear();
-  for (size_t index = 0; index < farms_->size(); ++index) {
-    const OvFarm& farm = *(*farms_)[index];
-    expected_.push_back({(*farms_)[index], keyByIndex(index, farm), keyByName(farm), farm.credentials().username(),
-                         farm.credentials().domain()});
+  for (const auto& farm : *farms_) {
+    expected_.push_back({farm, farm->name(), farm->credentials().username(), farm->credentials().domain()});
   }
 }
 
@@ -79,14 +90,19 @@ void FarmPasswords::take(SecretStore::Reading reading, const std::shared_ptr<con
 bool FarmPasswords::giveToFarms(const std::vector<uint8_t>& archive) {
   try {
     const KeyedObject passwords = openKeyedArchive(archive);
-    for (const Expected& expected : expected_) {
+    const std::vector<size_t> indexes = indexesIn(passwords.strings(kNames).value_or(std::vector<std::string>()));
+    for (size_t number = 0; number < expected_.size(); ++number) {
+      const Expected& expected = expected_[number];
       const std::shared_ptr<OvFarm> farm = expected.farm.lock();
       if (!farm) continue;
       OvCredentials& credentials = farm->credentials();
       const bool isForThisUser = credentials.username() == expected.username && credentials.domain() == expected.domain;
       if (!isForThisUser || !credentials.password().empty()) continue;
-      std::optional<std::string> password = passwords.string(expected.keyByIndex);
-      if (!password) password = passwords.string(expected.keyByName);
+      const auto stored = [&](const std::string& whose) {
+        return passwords.string(keyOf(whose, expected.username, expected.domain));
+      };
+      std::optional<std::string> password = stored(std::to_string(indexes[number]));
+      if (!password) password = stored(expected.name);
       if (!password) continue;
       const WipeAtEnd wiping(*password);
       credentials.setPassword(*password);
@@ -98,11 +114,44 @@ bool FarmPasswords::giveToFarms(const std::vector<uint8_t>& archive) {
   return true;
 }
 
+std::vector<size_t> FarmPasswords::indexesIn(const std::vector<std::string>& storedNames) const {
+  constexpr size_t kNowhere = std::numeric_limits<size_t>::max();
+  std::vector<size_t> indexes(expected_.size(), kNowhere);
+  std::vector<bool> isTaken(storedNames.size());
+  const auto take = [&](size_t number, size_t index) {
+    indexes[number] = index;
+    isTaken[index] = true;
+  };
+  for (size_t number = 0; number < std::min(indexes.size(), storedNames.size()); ++number) {
+    if (storedNames[number] == expected_[number].name) take(number, number);
+  }
+  std::multimap<std::string_view, size_t> moved;
+  for (size_t index = 0; index < storedNames.size(); ++index) {
+    if (!isTaken[index]) moved.emplace(storedNames[index], index);
+  }
+  for (size_t number = 0; number < indexes.size(); ++number) {
+    if (indexes[number] != kNowhere) continue;
+    if (const auto found = moved.find(expected_[number].name); found != moved.end()) {
+      take(number, found->second);
+      moved.erase(found);
+    }
+  }
+  // Renamed, or an item that names nobody.
+  for (size_t number = 0; number < indexes.size(); ++number) {
+    if (indexes[number] == kNowhere && (storedNames.empty() || (number < isTaken.size() && !isTaken[number]))) {
+      indexes[number] = number;
+    }
+  }
+  return indexes;
+}
+
 void FarmPasswords::write(Work done) {
   KeyedArchiver archiver;
   bool hasPasswords = false;
+  std::vector<std::string> names;
   for (size_t index = 0; index < farms_->size(); ++index) {
     const OvFarm& farm = *(*farms_)[index];
+    names.push_back(farm.name());
     if (!farm.credentials().needToSave()) continue;
     archiver.encodeString(keyByIndex(index, farm), farm.credentials().password().text());
     hasPasswords = true;
@@ -113,6 +162,7 @@ void FarmPasswords::write(Work done) {
     return;
   }
   hasItem_ = true;
+  archiver.encodeStrings(kNames, names);
   const auto bytes = std::make_shared<const SecretBytes>(archiver.finish());
   storeQueue_->post([self = shared_from_this(), bytes, setAside = setAside_, done = std::move(done)]() mutable {
     if (!setAside || self->keepBeside(setAside->bytes)) self->keychain_->saveData(bytes->bytes, kItem);

@@ -45,11 +45,10 @@ class FarmPasswords : public std::enable_shared_from_this<FarmPasswords> {
   static std::string keyByName(const OvFarm& farm);
 
  private:
-  // What the store may have for a farm, under keys as they were when the list was loaded.
+  // For whom the store may have a password: a farm as it was when the list was loaded, at its index in the list.
   struct Expected {
     std::weak_ptr<OvFarm> farm;
-    std::string keyByIndex;
-    std::string keyByName;
+    std::string name;
     std::string username;
     std::string domain;
   };
@@ -68,6 +67,8 @@ class FarmPasswords : public std::enable_shared_from_this<FarmPasswords> {
   void take(SecretStore::Reading reading, const std::shared_ptr<const SecretBytes>& bytes);
   // False if the bytes are no archive.
   bool giveToFarms(const std::vector<uint8_t>& archive);
+  // By which index the item knows each expected farm; its own if the item names none or doesn't know it.
+  std::vector<size_t> indexesIn(const std::vector<std::string>& storedNames) const;
   void write(Work done);
   // Keeps the bytes in an item that holds nothing else yet. On the store's queue. False if that can't be had.
   bool keepBeside(const std::vector<uint8_t>& bytes) const;

@@ -67,7 +67,8 @@ class OvFarm : public OvFarmConfiguration {
   bool configureProxySettingsForLocation(const OvLocation* location, OvError* error);
 
   /// Tells the client what this farm wants for its sessions, except for what the broker has fixed. To be called before
-  /// a launch, where the client may be used.
+  /// a launch, where the client may be used, and with nobody changing the configuration meanwhile: a flow calls it on a
+  /// copy of the farm that was made on the main thread and given the client.
   void setCurrentApplicationSettings();
 
   /// Fetches a server farm configuration and makes a farm of it; null if that fails. Only http and https are fetched.

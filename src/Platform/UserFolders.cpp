@@ -30,7 +30,7 @@ std::string ourFolderIn(const char* variable, const char* defaultBelowHome, cons
   for (size_t slash = folder.find('/', 1); slash != std::string::npos; slash = folder.find('/', slash + 1)) {
     mkdir(folder.substr(0, slash).c_str(), S_IRWXU);
   }
-  mkdir(folder.c_str(), S_IRWXU);
+  privateFolder(folder);  // closes one that is there to others
   return folder;
 }
 

@@ -17,7 +17,7 @@ class FarmPasswordsOnTheDesktopTest : public testing::Test {
  protected:
   std::unique_ptr<OvFarmManager> startAndLoad() {
     const auto secrets = std::make_shared<orvane::SecretService>(
-        orvane::SecretService::Bounds{.service = std::chrono::seconds(2), .prompt = std::chrono::seconds(2)});
+        orvane::SecretService::Bounds{.service = patience_, .prompt = patience_});
     auto manager = std::make_unique<OvFarmManager>(desktop_.file(), std::make_shared<MCCachedKeychain>(secrets),
                                                    desktop_.queue, desktop_.queue);
     manager->load();
@@ -35,6 +35,7 @@ class FarmPasswordsOnTheDesktopTest : public testing::Test {
     desktop_.save(*manager);
   }
 
+  std::chrono::seconds patience_{60};
   SecretServiceOfTest service_;
   FarmStoreFixture desktop_;
 };
@@ -72,10 +73,12 @@ TEST_F(FarmPasswordsOnTheDesktopTest, NeverAnswering) {
   service_.startOpen();
   saveTwoFarms();
   service_.signalDaemon(SIGSTOP);
+  patience_ = std::chrono::seconds(1);
   const auto manager = startAndLoad();
   desktop_.save(*manager);
   EXPECT_THAT(namesOf(*manager), ElementsAre("A", "B"));
   service_.signalDaemon(SIGCONT);
+  patience_ = std::chrono::seconds(60);
   EXPECT_THAT(storedPasswords(), ElementsAre("secret A", "secret B"));
 }
 

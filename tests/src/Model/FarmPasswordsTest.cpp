@@ -24,7 +24,10 @@ class FarmPasswordsTest : public testing::Test {
     const auto bytes = desktop_.secrets->stored(item);
     if (!bytes) return {"no item"};
     const orvane::KeyedObject passwords = orvane::openKeyedArchive(*bytes);
-    for (const std::string& key : passwords.keys()) entries.push_back(key + "=" + passwords.string(key).value());
+    for (const std::string& key : passwords.keys()) {
+      if (key == "farmNames") continue;
+      entries.push_back(key + "=" + passwords.string(key).value());
+    }
     return entries;
   }
 
@@ -83,6 +86,36 @@ TEST_F(FarmPasswordsTest, AStoreThatWasLockedAtStartIsNotOverwritten) {
   desktop_.save(*manager);
   EXPECT_THAT(passwordsOf(*manager), ElementsAre("secret B", "secret C")) << "the keys were those of the loaded list";
   EXPECT_THAT(stored(), ElementsAre("0:user of B:HAFENWERK=secret B", "1:user of C:HAFENWERK=secret C"));
+}
+
+TEST_F(FarmPasswordsTest, PasswordsStayWithTheirFarmsOverAStartThatCouldNotWriteThem) {
+  {
+    const auto manager = desktop_.startAndLoad();
+    for (const char* name : {"A", "B", "C", "B"}) {
+      manager->addFarm(farmWithPassword(name, "secret " + std::to_string(manager->farms().size())));
+      manager->farms().back()->credentials().setUsername("anna");
+    }
+    desktop_.save(*manager);
+  }
+  desktop_.secrets->setUnreadable(true);
+  {
+    const auto manager = desktop_.startAndLoad();
+    manager->removeFarm(manager->farms()[0]);
+    desktop_.save(*manager);
+  }
+  desktop_.secrets->setUnreadable(false);
+  EXPECT_THAT(passwordsOf(*desktop_.startAndLoad()), ElementsAre("secret 1", "secret 2", "secret 3"));
+
+  desktop_.secrets->setUnreadable(true);
+  {
+    const auto manager = desktop_.startAndLoad();
+    manager->farms()[1]->setName("renamed");
+    manager->addFarm(farmWithPassword("new", ""));
+    desktop_.save(*manager);
+  }
+  desktop_.secrets->setUnreadable(false);
+  EXPECT_THAT(passwordsOf(*desktop_.startAndLoad()), ElementsAre("secret 1", "", "secret 3", ""))
+      << "rather none than another farm's";
 }
 
 TEST_F(FarmPasswordsTest, AStoreThatOpensLaterIsPickedUp) {
