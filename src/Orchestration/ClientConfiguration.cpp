@@ -28,7 +28,6 @@ std::string localisedHostName() {
 }
 
 long minutesEastOfGmt() {
-  tzset();  // which localtime_r need not do: the zone may change while the program runs
   const time_t now = time(nullptr);
   tm local{};
   localtime_r(&now, &local);

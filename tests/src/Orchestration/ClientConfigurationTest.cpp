@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <ctime>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -90,6 +91,7 @@ TEST(ClientConfigurationTest, TheTimeZoneIsInWholeMinutesEastOfGmt) {
   for (const auto& [zone, minutes] : {std::pair("UTC0", "0"), std::pair("AAA-1", "60"), std::pair("BBB5", "-300"),
                                       std::pair("CCC3:30", "-210"), std::pair("DDD0:00:59", "0")}) {
     setenv("TZ", zone, 1);
+    tzset();
     EXPECT_EQ(OvBrokerClientController::makeConnectorInfo().getDeviceTimeZoneOffset(), minutes) << zone;
   }
 }
