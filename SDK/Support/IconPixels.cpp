@@ -1,5 +1,7 @@
 #include "Support/IconPixels.h"
 
+#include <algorithm>
+
 namespace orvane {
 
 namespace {
@@ -44,9 +46,12 @@ RowConverter rowConverterFor(uint64_t bytesPerPixel) {
 
 // `mask` begins at the row's first byte. It may end within the row's last pixels: see ico2png.h.
 void setAlpha(std::span<const uint8_t> mask, uint8_t* rgba, size_t width) {
-  for (size_t x = 0; x < width; ++x) {
-    const bool isMasked = x / 8 < mask.size() && (mask[x / 8] & 0x80u >> x % 8) != 0;
-    rgba[x * 4 + 3] = isMasked ? kTransparent : kOpaque;
+  constexpr size_t kPixelsPerByte = 8;
+  for (size_t x = 0; x < width; x += kPixelsPerByte) {
+    const unsigned bits = x / kPixelsPerByte < mask.size() ? mask[x / kPixelsPerByte] : 0;
+    uint8_t* const alpha = rgba + x * 4 + 3;
+    const size_t count = std::min(width - x, kPixelsPerByte);
+    for (size_t i = 0; i < count; ++i) alpha[i * 4] = (bits << i & 0x80) != 0 ? kTransparent : kOpaque;
   }
 }
 
