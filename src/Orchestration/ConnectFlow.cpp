@@ -99,9 +99,11 @@ bool OvBrokerClientController::establishConnnectionToFarm(Connect& connect) cons
     isConnected = connect.fail(exception);
   }
 
-  onMain([&] {
-    connect.farm->setPrefferedLocationName(isConnected ? connect.location->name() : kEmptyPrefferedLocationName);
-    _farmManager->save();
+  // Nothing that follows waits for the disk: the applications are fetched meanwhile, and whatever the delegate does on
+  // the main thread comes behind this.
+  _mainQueue->post([manager = _farmManager, farm = connect.farm, location = connect.location, isConnected] {
+    farm->setPrefferedLocationName(isConnected ? location->name() : kEmptyPrefferedLocationName);
+    manager->save();
   });
   if (!isConnected && connect.error) connect.reportFailure(__func__);
   return isConnected;
