@@ -26,6 +26,9 @@ class ConnectFixture : public FlowFixture {
     *location = locationNamed("Office");
   }
 
+  /// Runs what saving and loading have left, as that holds the queue that holds it.
+  ~ConnectFixture() { mainQueue->pump(); }
+
   static OvCredentials user(const std::string& name, const std::string& password, bool isValid = true) {
     OvCredentials credentials;
     credentials.setUsername(name);
