@@ -14,6 +14,7 @@ struct RecordingDelegate : OvUrlSchemeHandlerDelegate {
 
 TEST(OvUrlSchemeHandlerImplTest, KnowsThisClientAndPassesOnlyAutodetectLinksOn) {
   const FlowFixture fixture;
+  fixture.mainQueue->pump();  // what the controller's start has posted
   OvSetLogFile(fixture.home.file("log").c_str());
   OvSetLogLevel(4);
   RecordingDelegate delegate;
