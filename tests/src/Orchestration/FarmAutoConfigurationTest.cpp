@@ -1,6 +1,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <future>
+#include <thread>
 
 #include "FlowFixture.h"
 #include "Orchestration/BrokerControllerError.h"
@@ -250,6 +251,19 @@ TEST(FarmAutoConfigurationTest, TheBrokersOfADomainAreTriedInOrder) {
     for (const auto& request : proxy.requests()) requests.push_back(request.method + " " + request.target);
     EXPECT_EQ(requests, test.requests) << test.input << test.cancelAt;
   }
+}
+
+TEST(FarmAutoConfigurationTest, AServiceSearchThatIsCancelledTellsNothing) {
+  SilentDnsServer dns;
+  FlowFixture fixture(dns.address());
+  std::promise<std::weak_ptr<PendingTask>> task;
+  std::thread user([&] {
+    dns.waitForQuestion();
+    task.get_future().get().lock()->cancel();
+    dns.refuse();
+  });
+  EXPECT_EQ(configure(fixture, "ann@example.test", std::nullopt, false, &task), Texts{});
+  user.join();
 }
 
 }  // namespace
