@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <iostream>
+#include <span>
 
 #include "CertificateCheck.h"
 #include "Failure.h"
 #include "Orchestration/ApplicationLauncher.h"
 #include "Orchestration/FarmConfigurationResult.h"
 #include "Orchestration/OvNetServiceBrowser.h"
-#include "Platform/Linux/SecretService.h"
 #include "Platform/ThreadQueues.h"
 #include "Platform/ThreadTimer.h"
 #include "PrintableText.h"
@@ -24,6 +24,13 @@ class NoScreens : public Screens {
   Size largestWindowContent() const override { return {}; }
 };
 
+// The user's own passwords are the application's: its item would be taken for this walk's, and written over.
+class NoSecrets : public SecretStore {
+ public:
+  Item load(const std::string&, const std::string&) override { return {.reading = Reading::kAbsent}; }
+  bool save(const std::string&, const std::string&, std::span<const uint8_t>) override { return false; }
+};
+
 std::shared_ptr<OvBrokerClientController> makeController(const Options& options, std::shared_ptr<MainLoop> mainLoop,
                                                          std::shared_ptr<ShownSessions> sessions,
                                                          std::shared_ptr<ShownOpener> opener) {
@@ -36,7 +43,7 @@ std::shared_ptr<OvBrokerClientController> makeController(const Options& options,
       .sessionProgram = [&options] { return options.sessionProgram; },
       .launchFolder = [&options] { return options.folder; }});
   const auto farmManager = std::make_shared<OvFarmManager>(
-      options.folder + "/farms.plist", std::make_shared<MCCachedKeychain>(std::make_shared<SecretService>()),
+      options.folder + "/farms.plist", std::make_shared<MCCachedKeychain>(std::make_shared<NoSecrets>()),
       makeSerialQueue(), mainLoop);
   return std::make_shared<OvBrokerClientController>(OvBrokerClientController::Environment{
       .farmManager = farmManager,
