@@ -48,9 +48,11 @@ void Guide::brokerClientControllerPromptCredentialsWithOldCredentials(const OvCr
 }
 
 void Guide::brokerClientControllerPromptLocationForFarm(const std::shared_ptr<OvFarm>& farm, LocationBlock block) {
-  const std::shared_ptr<OvLocation> first = farm->locations().empty() ? nullptr : farm->locations().front();
-  if (first) std::cout << "Of several locations, the first is taken: " << printable(first->name()) << ".\n";
-  block(first);
+  mainLoop_->post([farm, block = std::move(block)] {
+    const std::shared_ptr<OvLocation> first = farm->locations().empty() ? nullptr : farm->locations().front();
+    if (first) std::cout << "Of several locations, the first is taken: " << printable(first->name()) << ".\n";
+    block(first);
+  });
 }
 
 void Guide::brokerClientControllerShowUpdateWindowWithUpdateURL(const std::string& updateUrl, bool updateRequired,

@@ -73,6 +73,7 @@ void Walk::findFarm() {
   controller_->configureFarmFromURL(options_.address, std::nullopt, false, guide_);
   await();
   location_ = locationToUse();
+  if (location_->brokers().empty()) throw Failure("The configuration names no broker.");
   std::cout << "Its broker is at " << (location_->protocol() == 1 ? "https://" : "http://")
             << printable(location_->brokers().front()) << ":" << location_->port() << ".\n";
 }

@@ -20,6 +20,9 @@ TEST_F(FailureTest, StepsThatDoNotWorkOut) {
       return application.name != "writer" && application.name != "profiler";
     });
   });
+  const DemoBroker old(
+      {.capabilities = 0,
+       .files = {{.path = "farm.xml", .content = "<ServerFarms><Farm><Location Number='1'/></Farm></ServerFarms>"}}});
   const RefusingPort refusing;
   writeFile(folder_.file("wrong"), kPassword + "!\n");
   writeFile(folder_.file("long"), kPassword + std::string(255, 'x'));
@@ -34,6 +37,7 @@ TEST_F(FailureTest, StepsThatDoNotWorkOut) {
       {"failed: No configuration has been assigned to you. Please contact your system administrator. (7)\n",
        {"--address", "http://" + longLabel + ".invalid"}},
       {"(7)\n", {"--address", refusing.url("")}},
+      {"The configuration names no broker.\n", {"--address", old.url() + "/farm.xml"}},
       {"The log-in failed: The data is invalid. (13)\n",
        {},
        Fault{.kind = Kind::kWrongRoot, .request = "authenticate"}},
