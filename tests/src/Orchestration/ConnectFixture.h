@@ -17,7 +17,7 @@ class ConnectFixture : public FlowFixture {
 
   explicit ConnectFixture(std::function<void(const orvane::demo::RecordedRequest&)> onRequest = {})
       : broker({.name = "Theirs",
-                .users = {{.name = "ann", .password = "secret"}, {.name = "expired", .refusal = {{1330, "Expired."}}}},
+                .users = {{.name = "ann", .password = "secret"}},
                 .applications = {{.name = "editor", .folder = "Office"}}},
                {.onRequest = std::move(onRequest)}) {
     farm->setName("Mine");

@@ -31,11 +31,6 @@ class FlowFixture {
             .mainQueue = mainQueue,
             .globalQueue = orvane::makeGlobalQueue()})) {}
 
-  /// Runs the main thread until the delegate has been told or asked something that begins like this.
-  /// @return whether that came in time.
-  bool runUntil(const std::string& event) {
-    return mainQueue->pumpUntil([&] { return delegate->has(event); });
-  }
   /// Runs the main thread until the farm's queue has done all that is posted on it by now.
   bool runUntilIdle(const OvFarm& farm) { return runUntilIdle(*farm.brokerClientDispatchQueue()); }
   bool runUntilIdle(orvane::WorkQueue& queue) {

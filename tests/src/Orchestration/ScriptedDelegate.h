@@ -41,11 +41,9 @@ class ScriptedDelegate : public OvBrokerClientControllerDelegate {
   OvError error;
   std::vector<OvCredentials> oldCredentials;  ///< of each credentials prompt
   std::vector<bool> disallowsSaving;          ///< likewise
-  std::pair<std::string, std::string> notification;
-  std::pair<std::string, bool> update;  ///< URL, and whether it is required
+  std::pair<std::string, bool> update;        ///< URL, and whether it is required
 
-  void brokerClientControllerShowNotificationWithTitle(const std::string& title, const std::string& text) override {
-    notification = {title, text};
+  void brokerClientControllerShowNotificationWithTitle(const std::string&, const std::string&) override {
     add("notify");
   }
   void brokerClientControllerPromptCredentialsWithOldCredentials(const OvCredentials& old, CredentialsBlock onDoneBlock,
