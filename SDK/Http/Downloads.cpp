@@ -37,8 +37,17 @@ File createFile(const char* path) {
   return file;
 }
 
-size_t writeToFile(const char* bytes, size_t size, size_t nmemb, void* file) {
-  return fwrite(bytes, size, nmemb, static_cast<FILE*>(file));
+// Where a body goes, and how much of it may still come.
+struct BodyFile {
+  FILE* const file;
+  size_t room = HttpClient::kMaximumBodySize;
+};
+
+size_t writeToFile(const char* bytes, size_t size, size_t nmemb, void* body) {
+  auto& target = *static_cast<BodyFile*>(body);
+  if (size * nmemb > target.room) return 0;
+  target.room -= size * nmemb;
+  return fwrite(bytes, size, nmemb, target.file);
 }
 
 void logFailure(const char* function, const HttpException& exception) {
@@ -85,7 +94,8 @@ bool ovutilsext_download_url(const char* url, const char* path) {
   if (!handle) return false;
   curl_easy_setopt(handle.get(), CURLOPT_URL, url);
   curl_easy_setopt(handle.get(), CURLOPT_WRITEFUNCTION, &writeToFile);
-  curl_easy_setopt(handle.get(), CURLOPT_WRITEDATA, file.get());
+  BodyFile body{file.get()};
+  curl_easy_setopt(handle.get(), CURLOPT_WRITEDATA, &body);
   curl_easy_setopt(handle.get(), CURLOPT_SSL_VERIFYPEER, 0L);
   curl_easy_setopt(handle.get(), CURLOPT_FOLLOWLOCATION, 1L);
   return curl_easy_perform(handle.get()) == CURLE_OK;

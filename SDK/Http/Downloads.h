@@ -15,8 +15,9 @@ bool ovutils_download_url(const char* url, const char* path);
 bool ovutils_download_url_to_buffer(const char* url, void** buffer, size_t* size);
 
 /// Writes the body of whatever the server answers to `path`, following redirects: true also for an error page. The file
-/// is emptied, or created with mode 0600, before anything is fetched, and a part of a body stays in it. Any certificate
-/// is taken that names the host, whoever signed it. Logs nothing.
+/// is emptied, or created with mode 0600, before anything is fetched, and a part of a body stays in it. A body above
+/// HttpClient::kMaximumBodySize is a failure. Any certificate is taken that names the host, whoever signed it. Logs
+/// nothing.
 ///
 /// `url` may be of any scheme that libcurl knows, "file" as well: check one that comes from outside.
 bool ovutilsext_download_url(const char* url, const char* path);

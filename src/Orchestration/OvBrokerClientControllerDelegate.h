@@ -14,6 +14,9 @@
 /// All operations are called on a worker's thread: an implementation moves to the main thread itself. The callback of a
 /// prompt is to be called once, on any thread; until then the worker waits, for as long as the user likes. One that is
 /// dropped without a call counts as the answer that chooses nothing.
+///
+/// During a call the worker shares in owning the delegate: let go meanwhile, it ends on the worker's thread. What must
+/// end on the main one, such as a window, therefore stands behind a delegate and isn't one itself.
 class OvBrokerClientControllerDelegate {
  public:
   using CredentialsBlock = std::function<void(std::optional<OvCredentials>)>;  ///< nothing: the user cancelled

@@ -115,6 +115,7 @@ TEST_F(DownloadsTest, TheOtherVariantKeepsAPartAndLogsNothing) {
   EXPECT_GT(part.size(), 49'000u);
   EXPECT_EQ(part, std::string(part.size(), 'x'));
   EXPECT_FALSE(ovutilsext_download_url(server_.url("/file?q=1").c_str(), "/dev/full"));
+  EXPECT_FALSE(ovutilsext_download_url("file:///dev/zero", "/dev/null"));  // which never ends
   EXPECT_FALSE(ovutilsext_download_url(RefusingPort().url().c_str(), path_.c_str()));
   EXPECT_EQ(contentOf(path_), "");
   EXPECT_EQ(contentOf(log_), "");
