@@ -98,5 +98,5 @@ bool ovutilsext_download_url(const char* url, const char* path) {
   curl_easy_setopt(handle.get(), CURLOPT_WRITEDATA, &body);
   curl_easy_setopt(handle.get(), CURLOPT_SSL_VERIFYPEER, 0L);
   curl_easy_setopt(handle.get(), CURLOPT_FOLLOWLOCATION, 1L);
-  return curl_easy_perform(handle.get()) == CURLE_OK;
+  return orvane::performTransfer(handle.get()) == CURLE_OK;
 }

@@ -69,7 +69,7 @@ struct Collector {
 
 HttpClient::HttpClient() : handle_(orvane::makeCurlHandle().release()) {}
 
-HttpClient::~HttpClient() { curl_easy_cleanup(handle_); }
+HttpClient::~HttpClient() { orvane::CurlHandleDeleter()(handle_); }
 
 std::string HttpClient::get() { return sendRequest("GET", nullptr); }
 
@@ -99,7 +99,7 @@ std::string HttpClient::sendRequest(const std::string& method, const std::string
   curl_easy_setopt(handle_, CURLOPT_CONNECTTIMEOUT, static_cast<long>(getConnectTimeout()));
   curl_easy_setopt(handle_, CURLOPT_HTTPHEADER, headers.get());
 
-  const CURLcode result = curl_easy_perform(handle_);
+  const CURLcode result = orvane::performTransfer(handle_);
   if (result != CURLE_OK) throwCurlError(result);
   long status = 0;
   curl_easy_getinfo(handle_, CURLINFO_RESPONSE_CODE, &status);

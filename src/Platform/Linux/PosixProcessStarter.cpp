@@ -27,7 +27,7 @@ class SpawnPlan {
     sigset_t all, none;
     sigfillset(&all);
     sigemptyset(&none);
-    // What is ignored here, as SIGPIPE during transfers, would stay ignored in the program.
+    // What this process ignores would stay ignored in the program.
     check(posix_spawnattr_setsigdefault(&attributes_, &all));
     check(posix_spawnattr_setsigmask(&attributes_, &none));
     check(posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSID));

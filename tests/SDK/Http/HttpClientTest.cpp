@@ -1,6 +1,7 @@
 #include <arpa/inet.h>
 #include <curl/curl.h>
 #include <netinet/in.h>
+#include <signal.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -296,6 +297,21 @@ TEST(HttpClient, AnAnswerIsWaitedForUntilItComesOrTheServerGoes) {
     server.reset();
   });
   EXPECT_THAT([&] { client.get(); }, failsWith(CURLE_GOT_NOTHING));
+}
+
+// What is done for the process would be undone in the middle of another thread's transfer.
+TEST(HttpClient, ATransferOutlivesABrokenPipeAndLeavesTheProcessAlone) {
+  struct sigaction during {};
+  HttpTestServer server([&, client = pthread_self()](const Request&) {
+    sigaction(SIGPIPE, nullptr, &during);
+    pthread_kill(client, SIGPIPE);  // as the system does to a thread that writes
+    return Answer{.body = "done"};
+  });
+  EXPECT_EQ(Client(server.url()).get(), "done");
+  EXPECT_EQ(during.sa_handler, SIG_DFL);
+  sigset_t blocked;
+  pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+  EXPECT_EQ(sigismember(&blocked, SIGPIPE), 0);
 }
 
 }  // namespace
