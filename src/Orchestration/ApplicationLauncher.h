@@ -18,8 +18,8 @@
 /// program of its own, which is given the record as a launch file.
 ///
 /// All operations may be called on any thread but the main one, at the same time too: they use files, other processes
-/// and, where they say so, the network. What they say of a failure, they also log; nothing of a record gets into the
-/// log.
+/// and, where they say so, the network. What they say of a failure, they also log; of a record nothing gets into
+/// the log but the path of local content that isn't there.
 class ApplicationLauncher {
  public:
   struct Environment {
