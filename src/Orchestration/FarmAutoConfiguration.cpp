@@ -146,7 +146,9 @@ FarmConfigurationResult OvBrokerClientController::configureFarmFromXmlUrl(const 
     data = download(endpoint);
     if (data) break;
   }
-  if (!data && orvane::isConfigurationFileAddress(url)) data = readLocalFile(orvane::localConfigurationPath(address));
+  // What looks like a host's name is not taken for a folder of the working folder.
+  const std::string localPath = orvane::localConfigurationPath(address);
+  if (!data && (orvane::isConfigurationFileAddress(url) || localPath.starts_with('/'))) data = readLocalFile(localPath);
 
   const std::shared_ptr<OvFarm> farm = OvFarm::farmFromXmlConfigData(data ? &*data : nullptr);
   if (farm) return FarmConfigurationResult::resultWithFarm(farm, FarmConfigurationResult::kFromFile, false);

@@ -153,6 +153,8 @@ TEST(FarmAutoConfigurationTest, AFileOfThisMachineIsReadWhenNothingIsDownloaded)
   writeFile(home + "/large.xml", kConfiguration);
   std::filesystem::resize_file(home + "/large.xml", (16 << 20) + 1);
   std::filesystem::create_directory(home + "/folder.xml");
+  std::filesystem::create_directory(home + "/farms");
+  writeFile(home + "/farms/config.xml", kConfiguration);
   std::filesystem::current_path(home);
   const std::pair<std::string, std::string> cases[] = {
       {home + "/a farm%.xml", "configured 1"},
@@ -165,7 +167,9 @@ TEST(FarmAutoConfigurationTest, AFileOfThisMachineIsReadWhenNothingIsDownloaded)
       {home + "/large.xml", "not configured 7"},
       {home + "/folder.xml", "not configured 7"},
       {home + "/none.xml", "not configured 7"},
-      {home, "not configured 7"},  // only the file itself may be named
+      {home, "configured 1"},
+      {"~", "configured 1"},
+      {"farms", "not configured 7"},  // a host, not a folder
       {"http://host" + home + "/config.xml", "not configured 7"},
   };
   for (const auto& [input, event] : cases) EXPECT_EQ(configure(fixture, input), Texts{event}) << input;
