@@ -1,6 +1,7 @@
 #include "Walk.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <span>
 
@@ -13,6 +14,8 @@
 #include "Platform/ThreadTimer.h"
 #include "PrintableText.h"
 #include "ShownOpener.h"
+#include "Support/FileReplacement.h"
+#include "Support/PngWriter.h"
 
 namespace orvane::walkthrough {
 
@@ -30,6 +33,19 @@ class NoSecrets : public SecretStore {
   Item load(const std::string&, const std::string&) override { return {.reading = Reading::kAbsent}; }
   bool save(const std::string&, const std::string&, std::span<const uint8_t>) override { return false; }
 };
+
+void writeIcons(const std::vector<std::shared_ptr<const IconImage>>& icons, const std::string& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (error) throw Failure("The folder " + folder + " can't be made: " + error.message() + ".");
+  for (size_t number = 0; number < icons.size(); ++number) {
+    // Numbered, not named: a name from a broker is no file name.
+    const std::string file = folder + "/" + std::to_string(number + 1) + ".png";
+    const auto png = pngFileOf(*icons[number]);
+    if (!png || !replaceFile(file, png->data(), png->size())) throw Failure("The icon " + file + " can't be written.");
+  }
+  std::cout << icons.size() << " icons are in " << folder << ".\n";
+}
 
 std::shared_ptr<OvBrokerClientController> makeController(const Options& options, std::shared_ptr<MainLoop> mainLoop,
                                                          std::shared_ptr<ShownSessions> sessions,
@@ -118,17 +134,18 @@ void Walk::connect() {
 
 void Walk::showApplications() const {
   int count = 0;
-  int icons = 0;
   std::string tree;
+  std::vector<std::shared_ptr<const IconImage>> icons;
   for (const auto& folder : guide_->applications()->appItems()) {
     tree += "  " + (folder->displayName().empty() ? "(no folder)" : printable(folder->displayName())) + "\n";
     for (const auto& item : std::static_pointer_cast<AppFolderItem>(folder)->appItems()) {
       tree += "    " + printable(item->displayName()) + "\n";
       ++count;
-      if (item->icon()) ++icons;
+      if (item->icon()) icons.push_back(item->icon());
     }
   }
-  std::cout << count << " applications are published, " << icons << " with an icon:\n" << tree;
+  std::cout << count << " applications are published:\n" << tree;
+  writeIcons(icons, options_.folder + "/icons");
 }
 
 const AppItem& Walk::applicationNamed(const std::string& name) const {

@@ -62,8 +62,7 @@ TEST_F(FailureTest, StepsThatDoNotWorkOut) {
       {"\"tetris\" is not published to this user.\n", {"--launch", "tetris"}},
       {"The launch failed: All licences of the profiler are in use. (1400)\n", {"--launch", "profiler"}},
 
-      {"The launch failed: The launch file cannot be written. (9)\n",
-       {"--launch", "Writer", "--folder", folder_.file("wrong") + "/in"}},
+      {"can't be made: Not a directory.\n", {"--folder", folder_.file("wrong") + "/in"}},
       {"The launch failed: The session program Orvane Connection was not found. Please reinstall Orvane. (10)\n",
        {"--launch", "Writer", "--session-program", "/nonexistent"}},
       {"The session program ended with status 1.\n", {"--launch", "Writer", "--session-program", "/bin/false"}},

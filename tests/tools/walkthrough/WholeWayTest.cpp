@@ -1,6 +1,7 @@
 #include <csignal>
 #include <regex>
 
+#include <png.h>
 #include <unistd.h>
 
 #include "Crypto/crypto.h"
@@ -22,6 +23,16 @@ constexpr const char kWitness[] =
     "cp \"$2\" \"$folder/copy.ovl\"\n"
     "exec '" DEMO_SESSION_PROGRAM "' \"$@\"\n";
 
+// The whole file as a picture: its width and height, or "none".
+std::string sizeOfPng(const std::string& file) {
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  if (!png_image_begin_read_from_file(&image, file.c_str())) return "none";
+  std::vector<unsigned char> pixels(PNG_IMAGE_SIZE(image));
+  if (!png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr)) return "none";
+  return std::to_string(image.width) + " x " + std::to_string(image.height);
+}
+
 using WholeWayTest = WalkthroughTest;
 
 TEST_F(WholeWayTest, FromTheTypedAddressToTheSessionProgram) {
@@ -35,12 +46,17 @@ TEST_F(WholeWayTest, FromTheTypedAddressToTheSessionProgram) {
   const std::string count = std::to_string(farm.applications.size());
   for (const std::string& line :
        {"Its broker is at " + broker_.url() + ".", std::string("Logged in as HAFENWERK\\demo."),
-        "The farm is \"" + farm.name + "\".", count + " applications are published, " + count + " with an icon:"})
+        "The farm is \"" + farm.name + "\".",
+        count + " applications are published:", count + " icons are in " + folder_.file("icons") + "."})
     EXPECT_THAT(run.output, HasSubstr(line + "\n"));
   for (const Application& application : farm.applications) {
     const std::string& shown = application.shortcut.empty() ? application.name : application.shortcut;
     EXPECT_THAT(run.output, HasSubstr("\n  " + application.folder + "\n"));
     EXPECT_THAT(run.output, HasSubstr("\n    " + shown + "\n"));
+  }
+
+  for (size_t number = 1; number <= farm.applications.size(); ++number) {
+    EXPECT_EQ(sizeOfPng(folder_.file("icons/" + std::to_string(number) + ".png")), "32 x 32");
   }
 
   const std::string log = contentOf(folder_.file("log"));
