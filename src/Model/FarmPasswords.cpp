@@ -57,7 +57,9 @@ void FarmPasswords::load(bool isListComplete, Work done) {
 }
 
 void FarmPasswords::save(Work done) {
-  if (isRead_) return write(std::move(done));
+  // An item that was absent may have come: some stores show nothing until their user opens them.
+  if (isRead_ && (hasItem_ || !hasPasswords())) return write(std::move(done));
+  isRead_ = false;
   read([self = shared_from_this(), done = std::move(done)] {
     if (self->isRead_) return self->write(done);
     OvWriteLog(2, "%s: the secret store can't be read, no password is saved", "savePasswordsIntoKeychain");
@@ -81,7 +83,8 @@ void FarmPasswords::read(Work done) {
 void FarmPasswords::take(SecretStore::Reading reading, const std::shared_ptr<const SecretBytes>& bytes) {
   if (reading == SecretStore::Reading::kUnreadable) return;
   isRead_ = true;
-  if (reading == SecretStore::Reading::kFound) hasItem_ = true;
+  if (reading == SecretStore::Reading::kAbsent) return;
+  hasItem_ = true;
   if (!bytes->bytes.empty() && (!giveToFarms(bytes->bytes) || !isListComplete_)) setAside_ = bytes;
   isListComplete_ = true;
   expected_.clear();
@@ -145,21 +148,23 @@ std::vector<size_t> FarmPasswords::indexesIn(const std::vector<std::string>& sto
   return indexes;
 }
 
+bool FarmPasswords::hasPasswords() const {
+  return std::ranges::any_of(*farms_, [](const auto& farm) { return farm->credentials().needToSave(); });
+}
+
 void FarmPasswords::write(Work done) {
+  // Nobody is asked to unlock a store for nothing.
+  if (!hasPasswords() && !hasItem_) {
+    if (done) done();
+    return;
+  }
   KeyedArchiver archiver;
-  bool hasPasswords = false;
   std::vector<std::string> names;
   for (size_t index = 0; index < farms_->size(); ++index) {
     const OvFarm& farm = *(*farms_)[index];
     names.push_back(farm.name());
     if (!farm.credentials().needToSave()) continue;
     archiver.encodeString(keyByIndex(index, farm), farm.credentials().password().text());
-    hasPasswords = true;
-  }
-  // Nobody is asked to unlock a store for nothing.
-  if (!hasPasswords && !hasItem_) {
-    if (done) done();
-    return;
   }
   hasItem_ = true;
   archiver.encodeStrings(kNames, names);

@@ -16,7 +16,8 @@ namespace orvane {
 /// Keeps the passwords of a list of farms as one item of the secret store (docs/farm-store.md).
 ///
 /// A store that can't be read now, as it is locked, absent or slow, may hold passwords: it is not written before it has
-/// been read, and what it held then goes to the farms first. A password that the user gave meanwhile stays.
+/// been read, and what it held then goes to the farms first. Nor is it where it showed no item, without another look. A
+/// password that the user gave meanwhile stays.
 ///
 /// Belongs to the main thread; the store is asked on a queue of its own, so that nobody waits for it.
 class FarmPasswords : public std::enable_shared_from_this<FarmPasswords> {
@@ -69,6 +70,8 @@ class FarmPasswords : public std::enable_shared_from_this<FarmPasswords> {
   bool giveToFarms(const std::vector<uint8_t>& archive);
   // By which index the item knows each expected farm; its own if the item names none or doesn't know it.
   std::vector<size_t> indexesIn(const std::vector<std::string>& storedNames) const;
+  // Whether any farm wants its password saved.
+  bool hasPasswords() const;
   void write(Work done);
   // Keeps the bytes in an item that holds nothing else yet. On the store's queue. False if that can't be had.
   bool keepBeside(const std::vector<uint8_t>& bytes) const;

@@ -29,7 +29,8 @@ bool MCCachedKeychain::saveData(std::span<const uint8_t> data, const std::string
 
 SecretStore::Item MCCachedKeychain::loadDataForKey(const std::string& key) {
   const std::lock_guard lock(_mutex);
-  if (const auto found = _entries.find(key); found != _entries.end()) return found->second.item;
+  const auto found = _entries.find(key);
+  if (found != _entries.end() && found->second.item.reading == SecretStore::Reading::kFound) return found->second.item;
   SecretStore::Item item = MCLoadFromKeychain(*_store, key);
   if (item.reading != SecretStore::Reading::kUnreadable) _entries[key] = {item, true};
   return item;

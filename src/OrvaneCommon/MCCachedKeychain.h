@@ -29,8 +29,9 @@ class MCCachedKeychain {
   /// @return whether the store holds the data.
   bool saveData(std::span<const uint8_t> data, const std::string& key);
 
-  /// What is kept for the key, else what the store says. It is kept from now on, but for an unreadable item: the store
-  /// is asked again at the next call. The bytes are the caller's to wipe. An empty key is absent.
+  /// What is kept for the key, else what the store says, which is kept from now on if it has the item. Of one that is
+  /// absent or unreadable the store is asked again at the next call: a store may show nothing until its user opens it.
+  /// The bytes are the caller's to wipe. An empty key is absent.
   orvane::SecretStore::Item loadDataForKey(const std::string& key);
 
  private:

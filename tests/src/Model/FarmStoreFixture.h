@@ -59,6 +59,6 @@ class FarmStoreFixture {
   std::string file() const { return folder.file("settings_2.plist"); }
 
   const TemporaryFolder folder{};
-  const std::shared_ptr<FakeSecretStore> secrets = std::make_shared<FakeSecretStore>();
+  std::shared_ptr<FakeSecretStore> secrets = std::make_shared<FakeSecretStore>();
   const std::shared_ptr<PumpedQueue> queue = std::make_shared<PumpedQueue>();
 };

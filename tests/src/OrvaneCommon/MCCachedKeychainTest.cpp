@@ -38,11 +38,16 @@ TEST_F(MCCachedKeychainTest, WhatWasLoadedIsNeitherAskedForNorWrittenAgain) {
   EXPECT_EQ(loaded(), std::pair(Reading::kFound, Bytes{7}));
   EXPECT_EQ(loaded(), std::pair(Reading::kFound, Bytes{7}));
   EXPECT_EQ(loaded("other"), std::pair(Reading::kAbsent, Bytes{}));
-  EXPECT_EQ(loaded("other"), std::pair(Reading::kAbsent, Bytes{}));
   EXPECT_TRUE(save({7}));
   EXPECT_TRUE(save({}, "other"));
   EXPECT_EQ(store_->loads(), 2);
   EXPECT_EQ(store_->saves(), 0);
+}
+
+TEST_F(MCCachedKeychainTest, AnAbsentItemIsAskedForAgain) {
+  EXPECT_EQ(loaded(), std::pair(Reading::kAbsent, Bytes{}));
+  store_->put("key", {7});
+  EXPECT_EQ(loaded(), std::pair(Reading::kFound, Bytes{7}));
 }
 
 TEST_F(MCCachedKeychainTest, AnUnreadableItemIsAskedForAgainAndOverwrittenWhenAsked) {
