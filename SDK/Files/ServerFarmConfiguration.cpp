@@ -6,6 +6,7 @@
 #include <pugixml.hpp>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 #include "Files/FarmAttributes.h"
 
@@ -33,8 +34,10 @@ std::deque<std::wstring> autoLaunchApps(const pugi::xml_node& farm) {
   std::deque<std::wstring> applications;
   for (int number = 1;; ++number) {
     const auto found = values.find("AutoLaunchApp" + std::to_string(number));
-    if (found == values.end() || !*found->second) return applications;
-    applications.push_back(pugi::as_wide(found->second));
+    if (found == values.end()) return applications;
+    std::wstring name = pugi::as_wide(found->second);
+    if (name.empty()) return applications;  // bytes that are no text make none either
+    applications.push_back(std::move(name));
   }
 }
 

@@ -134,6 +134,7 @@ TEST(ServerFarmConfiguration, ApplicationsToLaunchAreNumberedWithoutAGap) {
       {"AutoLaunchApp1='a' AutoLaunchApp3='c'", {L"a"}},
       {"AutoLaunchApp2='b' AutoLaunchApp1='a'", {L"a", L"b"}},
       {"AutoLaunchApp1='a' AutoLaunchApp2='' AutoLaunchApp3='c'", {L"a"}},
+      {"AutoLaunchApp1='a' AutoLaunchApp2='\xE1' AutoLaunchApp3='c'", {L"a"}},
       {"AutoLaunchApp1='a' AutoLaunchApp1='b' autolaunchapp2='c' AutoLaunchApp02='d'", {L"a"}},
       {"AutoLaunchApp='x' AutoLaunchApp0='y'", {}},
       {many, Texts(100000, L"a")}};
