@@ -19,10 +19,17 @@
 
 namespace {
 
+// The program's folder for such files, or if somebody else has taken that the one that all users share: a file of a
+// random name that is the user's alone and soon gone is safe there too.
+std::string folderOfPrivateFiles() {
+  const std::string folder = OvU_GetTempDirPath();
+  return folder.empty() ? "/tmp" : folder;
+}
+
 // A file of our own that nobody else may read or had there before, gone with the object.
 class PrivateFile {
  public:
-  PrivateFile() : file_(folder_.empty() ? -1 : mkostemps(path_.data(), kSuffixLength, O_CLOEXEC)) {}
+  PrivateFile() : file_(mkostemps(path_.data(), kSuffixLength, O_CLOEXEC)) {}
   ~PrivateFile() {
     if (file_.isOpen()) unlink(path_.c_str());
   }
@@ -34,8 +41,7 @@ class PrivateFile {
 
  private:
   static constexpr int kSuffixLength = 5;
-  const std::string folder_ = OvU_GetTempDirPath();
-  std::string path_ = folder_ + "/tempFarms-XXXXXX.farm";
+  std::string path_ = folderOfPrivateFiles() + "/tempFarms-XXXXXX.farm";
   orvane::FileDescriptor file_;
 };
 
