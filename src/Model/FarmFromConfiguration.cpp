@@ -1,6 +1,4 @@
 #include <algorithm>
-#include <array>
-#include <cstring>
 #include <deque>
 #include <optional>
 #include <pugixml.hpp>
@@ -13,6 +11,7 @@
 #include "Http/Downloads.h"
 #include "Model/OvFarm.h"
 #include "OrvaneCommon/OvUPaths.h"
+#include "OrvaneCommon/WebAddress.h"
 #include "Support/FileDescriptor.h"
 #include "Support/FileReplacement.h"
 #include "Support/OvWriteLog.h"
@@ -44,11 +43,6 @@ class PrivateFile {
   std::string path_ = folderOfPrivateFiles() + "/tempFarms-XXXXXX.farm";
   orvane::FileDescriptor file_;
 };
-
-bool isWebAddress(const std::string& url) {
-  return std::ranges::any_of(std::array{"http://", "https://"},
-                             [&](const char* scheme) { return strncasecmp(url.c_str(), scheme, strlen(scheme)) == 0; });
-}
 
 bool isCodePoint(wchar_t unit) {
   const auto point = static_cast<char32_t>(unit);  // of a type that may have a sign or not
@@ -131,7 +125,7 @@ std::string OvFarm::nsStringFromWstring(const std::wstring& text) {
 }
 
 std::shared_ptr<OvFarm> OvFarm::farmFromUrl(const std::string& url) {
-  if (!isWebAddress(url)) return nullptr;
+  if (!orvane::isWebAddress(url)) return nullptr;
   const PrivateFile file;
   if (!file.exists()) {
     OvWriteLog(2, "%s: cannot create %s", __func__, file.path().c_str());

@@ -9,6 +9,7 @@
 
 #include <sys/stat.h>
 
+#include "Orchestration/UrlEscaping.h"
 #include "Support/OvWriteLog.h"
 
 using orvane::GlobalQueue;
@@ -28,26 +29,11 @@ bool fileExists(const std::string& path) {
   return stat(path.c_str(), &ignored) == 0;
 }
 
-std::string percentEscaped(std::string_view path) {
-  constexpr std::string_view kUnescaped = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
-  constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string escaped;
-  for (const char character : path) {
-    if (kUnescaped.find(character) != std::string_view::npos) {
-      escaped += character;
-    } else {
-      const auto byte = static_cast<unsigned char>(character);
-      escaped += {'%', kDigits[byte >> 4], kDigits[byte & 0xF]};
-    }
-  }
-  return escaped;
-}
-
 // The address names no host: openers take one with "localhost" for a web address, or leave the escapes in it.
 void openFile(Opener& opener, const std::string& path) {
   std::error_code error;
   const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-  opener.openAddress("file://" + percentEscaped(error ? path : absolute.string()));
+  opener.openAddress("file://" + orvane::escapedPath(error ? path : absolute.string()));
 }
 
 // Asked anew for each look: the desktop tells the place once the share is mounted.
@@ -135,7 +121,7 @@ bool ContentOpener::openNetworkFile(const std::string& programPath) {
     openFile(*opener_, place);
     return true;
   }
-  opener_->mountShare("smb://" + percentEscaped(file->mountPath));
+  opener_->mountShare("smb://" + orvane::escapedPath(file->mountPath));
   std::make_shared<WaitForMount>(std::move(*file), opener_, queue_, timer_)->postLook();
   return true;
 }

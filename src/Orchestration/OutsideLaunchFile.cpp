@@ -5,12 +5,12 @@
 #include <cstdlib>
 
 #include <fcntl.h>
-#include <strings.h>
 #include <unistd.h>
 
 #include "Http/Downloads.h"
 #include "Orchestration/BrokerControllerError.h"
 #include "Orchestration/FlowTexts.h"
+#include "OrvaneCommon/WebAddress.h"
 #include "Support/FileDescriptor.h"
 #include "Support/OvWriteLog.h"
 
@@ -18,10 +18,6 @@ namespace orvane {
 namespace {
 
 constexpr const char* kFunction = "launchAppWithOvlFile";
-
-bool isWebAddress(const std::string& url) {
-  return strncasecmp(url.c_str(), "http://", 7) == 0 || strncasecmp(url.c_str(), "https://", 8) == 0;
-}
 
 // Anything at all reads as a launch file, the page with which a server says no included.
 bool leadsSomewhere(const OvSettings& settings) {

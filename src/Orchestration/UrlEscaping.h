@@ -10,4 +10,8 @@ namespace orvane {
 /// included, stays; a "%" that escapes nothing becomes "%25".
 std::string escapedUrl(std::string_view text);
 
+/// A path with all but unreserved characters and "/" percent-escaped, "%" included: the path of a URL that means just
+/// this path. Any thread.
+std::string escapedPath(std::string_view path);
+
 }  // namespace orvane
