@@ -2,17 +2,14 @@
 #include <deque>
 #include <optional>
 #include <pugixml.hpp>
-
-#include <fcntl.h>
-#include <stdlib.h>
-#include <unistd.h>
+#include <string_view>
 
 #include "Files/ServerFarmConfiguration.h"
 #include "Http/Downloads.h"
 #include "Model/OvFarm.h"
 #include "OrvaneCommon/OvUPaths.h"
 #include "OrvaneCommon/WebAddress.h"
-#include "Support/FileDescriptor.h"
+#include "Platform/TemporaryFile.h"
 #include "Support/FileReplacement.h"
 #include "Support/OvWriteLog.h"
 
@@ -24,25 +21,6 @@ std::string folderOfPrivateFiles() {
   const std::string folder = OvU_GetTempDirPath();
   return folder.empty() ? "/tmp" : folder;
 }
-
-// A file of our own that nobody else may read or had there before, gone with the object.
-class PrivateFile {
- public:
-  PrivateFile() : file_(mkostemps(path_.data(), kSuffixLength, O_CLOEXEC)) {}
-  ~PrivateFile() {
-    if (file_.isOpen()) unlink(path_.c_str());
-  }
-  PrivateFile(const PrivateFile&) = delete;
-  PrivateFile& operator=(const PrivateFile&) = delete;
-
-  const std::string& path() const { return path_; }
-  bool exists() const { return file_.isOpen(); }
-
- private:
-  static constexpr int kSuffixLength = 5;
-  std::string path_ = folderOfPrivateFiles() + "/tempFarms-XXXXXX.farm";
-  orvane::FileDescriptor file_;
-};
 
 bool isCodePoint(wchar_t unit) {
   const auto point = static_cast<char32_t>(unit);  // of a type that may have a sign or not
@@ -126,8 +104,10 @@ std::string OvFarm::nsStringFromWstring(const std::wstring& text) {
 
 std::shared_ptr<OvFarm> OvFarm::farmFromUrl(const std::string& url) {
   if (!orvane::isWebAddress(url)) return nullptr;
-  const PrivateFile file;
-  if (!file.exists()) {
+  constexpr std::string_view kSuffix = ".farm";
+  const orvane::TemporaryFile file(folderOfPrivateFiles() + "/tempFarms-XXXXXX" + std::string(kSuffix),
+                                   int{kSuffix.size()});
+  if (!file.isThere()) {
     OvWriteLog(2, "%s: cannot create %s", __func__, file.path().c_str());
     return nullptr;
   }
