@@ -53,6 +53,7 @@ struct NoSecrets final : orvane::SecretStore {
 
 struct NoScreens final : orvane::Screens {
   Size largestWindowContent() const override { return {}; }
+  Size visibleArea() const override { return {}; }
 };
 
 // All that goes with a run: its folder, its session registry, and the pipe through which programs tell their start.

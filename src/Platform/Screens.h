@@ -14,6 +14,9 @@ class Screens {
 
   /// What a titled window that fills the usable area of the first screen has room for inside; nothing without a screen.
   virtual Size largestWindowContent() const = 0;
+
+  /// What of the main window's screen windows may cover; nothing without a screen.
+  virtual Size visibleArea() const = 0;
 };
 
 }  // namespace orvane

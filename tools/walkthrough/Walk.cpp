@@ -25,6 +25,7 @@ namespace {
 class NoScreens : public Screens {
  public:
   Size largestWindowContent() const override { return {}; }
+  Size visibleArea() const override { return {}; }
 };
 
 // The user's own passwords are the application's: its item would be taken for this walk's, and written over.

@@ -34,6 +34,7 @@ struct FakeStarter : orvane::ProcessStarter {
 
 struct FakeScreens : orvane::Screens {
   Size largestWindowContent() const override { return size; }
+  Size visibleArea() const override { return {}; }
   Size size{1281, 777};
 };
 

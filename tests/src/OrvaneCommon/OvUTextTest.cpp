@@ -1,5 +1,6 @@
 #include "OrvaneCommon/OvUClipboard.h"
 #include "OrvaneCommon/OvUText.h"
+#include "OrvaneCommon/TextFormat.h"
 #include "Support/HomeOfTest.h"
 
 namespace {
@@ -77,3 +78,9 @@ TEST(OvUClipboard, FileNamesAreTheLocalFilesOfTheUriList) {
 }
 
 }  // namespace
+
+TEST(TextFormatTest, FillsPlaceholdersFromLeftToRightAndTakesArgumentsForText) {
+  EXPECT_EQ(orvane::formatText("%@\\%@", {"domain", "ann"}), "domain\\ann");
+  EXPECT_EQ(orvane::formatText("100%% of %@ and %@.", {"%@"}), "100% of %@ and .");
+  EXPECT_EQ(orvane::formatText("%", {"left out"}), "%");
+}
