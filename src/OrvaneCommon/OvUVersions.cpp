@@ -10,6 +10,10 @@ std::string OvU_GetVersionAndBuildEnglishString() {
 
 namespace orvane {
 
+std::string releaseVersion() { return ORVANE_VERSION; }
+
+std::string buildNumber() { return ORVANE_BUILD_NUMBER; }
+
 std::string connectorVersion(std::string_view release, std::string_view build) {
   std::string version(release);
   if (std::ranges::count(release, '.') == 1) version += ".0";

@@ -12,6 +12,10 @@ std::string OvU_GetVersionAndBuildEnglishString();
 
 namespace orvane {
 
+/// The release and the build number of this program.
+std::string releaseVersion();
+std::string buildNumber();
+
 /// `release` with ".0" behind it if it has exactly two parts, then "." and `build`: "8.6.0.123" for "8.6" and "123".
 std::string connectorVersion(std::string_view release, std::string_view build);
 

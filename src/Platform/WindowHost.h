@@ -12,6 +12,7 @@ enum class AuxiliaryWindow {
   kConfirmation,
   kUpdate,
   kAlert,
+  kLaunchFileAlert,  ///< of a launch file that was opened, whatever the main window does
   kEditLocation,
   kSettings,
   kAbout

@@ -122,8 +122,8 @@ class FakeDesktop : public orvane::WindowHost,
   Size visibleArea() const override { return area; }
 
   static std::string name(Window window) {
-    static const char* const kNames[] = {"credentials", "location",     "progress", "confirmation", "update",
-                                         "alert",       "editLocation", "settings", "about"};
+    static const char* const kNames[] = {"credentials", "location",        "progress",     "confirmation", "update",
+                                         "alert",       "launchFileAlert", "editLocation", "settings",     "about"};
     return kNames[int(window)];
   }
 

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "Controllers/Surface.h"
+#include "Platform/Opener.h"
+#include "Platform/WindowHost.h"
+
+/// Offers a newer connector, or demands it. Main thread only.
+class ProductUpdateWindowController : public orvane::Surface {
+ public:
+  /// What becomes of the connect that asked.
+  enum Choice : int { kInstall = 0, kCancel = 1, kLater = 2 };
+  using Choose = std::function<void(int choice)>;
+
+  ProductUpdateWindowController(orvane::WindowHost& windows, std::shared_ptr<orvane::Opener> opener,
+                                std::shared_ptr<orvane::GlobalQueue> globalQueue);
+
+  /// Asks, and blocks in a modal run until there is an answer, or until the content is reset and stopModal called.
+  ///
+  /// Asked again while the question is up, only what it says changes, and this returns at once: the callback before is
+  /// dropped, which counts as an answer that chooses nothing.
+  void showUpdateWindowOnParent(orvane::WindowParent parent, const std::string& updateURL, bool updateRequired,
+                                const std::string& avaliableVersion, Choose onChooseBlock);
+
+  void onInstallClick();
+  /// "Cancel" of a required update, "Later" of an optional one.
+  void onCancelClick();
+
+  /// Answers with kCancel if that is wanted, and drops all that was set up. Ends no modal run.
+  void resetContentWithBlockPerform(bool performs);
+
+  const std::string& newVersion() const { return _newVersion; }
+  const std::string& title() const { return _title; }
+  const std::string& cancelButtonTitle() const { return _cancelButtonTitle; }
+
+  /// A version's numbers without leading zeros, "8.6.1" for "08.06.01"; what is no number is 0.
+  static std::string removeForwardZeroesFromString(std::string_view text, std::string_view separator);
+
+ private:
+  void setupProductUpdateWindow();
+  void answerAndHide(Choice choice, bool opensUpdate);
+
+  orvane::WindowHost& _windows;
+  const std::shared_ptr<orvane::Opener> _opener;
+  const std::shared_ptr<orvane::GlobalQueue> _globalQueue;
+  Choose _onChooseBlock{};
+  std::string _updateURL{};
+  std::string _avaliableVersion{};
+  bool _updateRequired = false;
+  bool _isRunning = false;
+  std::string _newVersion{};
+  std::string _title{};
+  std::string _cancelButtonTitle{};
+};
