@@ -89,6 +89,16 @@ std::optional<OvError> OvBrokerClientController::configureBrokerClient(OvBrokerC
   return std::nullopt;
 }
 
+void OvBrokerClientController::configureBrokerClientOfFarm(const OvFarm& farm, const OvCredentials* credentials,
+                                                           bool anonymously, const OvLocation* location) {
+  farm.brokerClientDispatchQueue()->post(
+      [client = farm.brokerClient(), anonymously,
+       credentials = credentials == nullptr ? nullptr : std::make_shared<const OvCredentials>(*credentials),
+       location = location == nullptr ? nullptr : std::make_shared<const OvLocation>(*location)] {
+        configureBrokerClient(*client, credentials.get(), anonymously, location.get());
+      });
+}
+
 OvConnectorInfo OvBrokerClientController::makeConnectorInfo() {
   char address[kNameCapacity] = {};
   ovutils_get_ip_address(address, sizeof address);

@@ -80,6 +80,12 @@ class OvBrokerClientController : public std::enable_shared_from_this<OvBrokerCli
   static std::optional<OvError> configureBrokerClient(OvBrokerClient& client, const OvCredentials* credentials,
                                                       bool anonymously, const OvLocation* location);
 
+  /// Has the farm's own client set up so on the farm's queue, before whatever is posted there next: where no flow that
+  /// still uses the client is disturbed, and the main thread waits for no look-up. A location without brokers leaves the
+  /// client as it is.
+  static void configureBrokerClientOfFarm(const OvFarm& farm, const OvCredentials* credentials, bool anonymously,
+                                          const OvLocation* location);
+
   /// What this connector says of itself to a broker. May look the machine's address up. Any thread.
   static OvConnectorInfo makeConnectorInfo();
 
