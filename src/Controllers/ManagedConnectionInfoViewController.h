@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "Controllers/Features.h"
 #include "Controllers/Surface.h"
 #include "Model/OvFarm.h"
 #include "Platform/Queues.h"
@@ -13,11 +14,6 @@
 class ManagedConnectionInfoViewController : public orvane::Surface,
                                             public std::enable_shared_from_this<ManagedConnectionInfoViewController> {
  public:
-  struct Policy {
-    int id = 0;  ///< 0: there is none
-    std::string name;
-  };
-
   explicit ManagedConnectionInfoViewController(std::shared_ptr<orvane::MainQueue> mainQueue);
 
   /// Shows the farm, in place of any shown before.
@@ -30,20 +26,16 @@ class ManagedConnectionInfoViewController : public orvane::Surface,
   const std::string& connectionType() const { return _connectionType; }
   const std::string& configName() const { return _configName; }
   const std::string& configTimestamp() const { return _configTimestamp; }
-  /// In their order; one of id 0 if there are none.
-  const std::vector<Policy>& policies() const { return _policies; }
-  /// Their names, one a line.
-  std::string policyNames() const;
+  /// What the broker has fixed, by the policies' numbers and in their order.
+  const std::vector<orvane::Feature>& policies() const { return _policies; }
+  std::string policyNames() const { return orvane::featureNames(_policies); }
 
  private:
-  static std::vector<Policy> policiesOf(const OvBrokerClient& client);
-  static std::vector<Policy> noPolicies();
-
   const std::shared_ptr<orvane::MainQueue> _mainQueue;
-  std::shared_ptr<const OvBrokerClient> _shownClient{};  // whose policies are wanted; never used here
+  unsigned _setup = 0;  // whose policies are awaited
   std::string _connectionName{};
   std::string _connectionType{};
   std::string _configName{};
   std::string _configTimestamp{};
-  std::vector<Policy> _policies{};
+  std::vector<orvane::Feature> _policies{};
 };
