@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -77,7 +78,7 @@ class ConnectionSettingsViewController : public orvane::FocusableSurface<Connect
   bool isManualFarmMode() const { return _manualFarmMode; }
   bool isBackButtonShown() const { return !_manualFarmMode; }
   bool isUndoButtonShown() const { return !_manualFarmMode; }
-  bool isUndoEnabled() const;
+  bool isUndoEnabled() const { return _isUndoEnabled; }
   bool isAddButtonShown() const { return _manualFarmMode; }
   bool isCancelButtonShown() const { return _manualFarmMode; }
   bool isAddEnabled() const { return !_locations.empty(); }
@@ -132,8 +133,15 @@ class ConnectionSettingsViewController : public orvane::FocusableSurface<Connect
   void editLocationDidFinishEditingLocation(const std::shared_ptr<OvLocation>& location, bool shouldMakeDefault,
                                             EditLocationMode mode) override;
   void handleFarmState(FarmChange state, const std::shared_ptr<OvFarm>& farm);
+  void finishDescription();
   void settingsDidFinishEditingCurrentFarmWithFarmState(int farmState);
   void clearCredentials();
+  void deleteConnection();
+  // Does the action at once, or if the preference wants it when `prompt` has the user's consent, if the farm is still
+  // being edited then.
+  struct AskingPreference;
+  void doAfterAsking(const AskingPreference& preference, void (ConnectionSettingsViewController::*action)(),
+                     const std::function<void(ConnectionSettingsDelegate::ConfirmationBlock)>& prompt);
   void setUserDescription(const std::string& text);
   void removeSelectedLocation();
   void openLocation(std::shared_ptr<OvLocation> location, bool isDefault, EditLocationMode mode);
@@ -144,7 +152,11 @@ class ConnectionSettingsViewController : public orvane::FocusableSurface<Connect
   void scanSettings();
   void scanSettingsAndSave();
   void scanCredentialsForFarm(OvFarm& farm);
+  void takeLatePassword();
+  void updateUndoButtonState();
   void handleSpeedChanged();
+  size_t& itemOf(ConnectionPopUp popUp) { return _selectedItems[static_cast<size_t>(popUp)]; }
+  bool& box(ConnectionSetting setting) { return _boxes[static_cast<size_t>(setting)]; }
 
   ConnectionSettingsDelegate& _delegate;
   OrvaneSettings& _settings;
@@ -154,6 +166,7 @@ class ConnectionSettingsViewController : public orvane::FocusableSurface<Connect
   bool _manualFarmMode = false;
   bool _advancedSettingsMode = false;
   bool _singleFarmMode = false;
+  bool _isUndoEnabled = false;
 
   std::string _title{};
   CredentialsFields _credentials{};
@@ -168,8 +181,7 @@ class ConnectionSettingsViewController : public orvane::FocusableSurface<Connect
   std::optional<size_t> _selectedLocation{};
   bool _isRemoveLocationEnabled = false;
   EditLocationWindowController _editLocation{*this};
-  std::weak_ptr<OvFarm> _farmOfLocationSheet{};
-  std::shared_ptr<OvLocation> _locationInSheet{};
+  std::weak_ptr<OvFarm> _farmOfLocationSheet{};  // which may be edited no more when the sheet is done
   bool _wasDefaultLocation = false;
 
   bool _isConfigInfoShown = false;

@@ -15,8 +15,12 @@ class CredentialsFields : private UPNFormatterObserver {
   /// Stores what the fields say of the user; no domain where the name brings it along.
   void scan(OvCredentials& credentials) const;
 
+  /// The secret store may give a password after its credentials were shown. Takes it over unless there is one in the
+  /// field, or the user has emptied that. @return whether there was any to take.
+  bool takeLatePassword(const OvCredentials& credentials);
+
   void setUserName(const std::string& text);
-  void setPassword(SecretText text) { _password = std::move(text); }
+  void setPassword(SecretText text);
   void setDomain(const std::string& text) { _domain = text; }
 
   const std::string& userName() const { return _userName; }
@@ -30,6 +34,7 @@ class CredentialsFields : private UPNFormatterObserver {
   UPNFormatter _upnFormatter{*this};  // on the user-name field
   std::string _userName{};
   SecretText _password{};
+  bool _isPasswordTyped = false;
   std::string _domain{};
   bool _isDomainUsable = true;
 };
