@@ -124,13 +124,15 @@ class ConnectFixture : public FlowFixture {
     return farm.name() + "@" + farm.OvFarmConfiguration::prefferedLocationName() + " " + credentials.username() +
            (credentials.credentialsAreValid() ? "" : "!");
   }
-  /// The only farm of the store's file; "none" if it has none, "unsaved" if there is no file.
+  /// The farms of the store's file; "none" if it has none, "unsaved" if there is no file.
   std::string stored() const {
     if (access(home.file("settings_2.plist").c_str(), F_OK) != 0) return "unsaved";
     OvFarmManager reader(home.file("settings_2.plist"), std::make_shared<MCCachedKeychain>(secrets), mainQueue,
                          mainQueue);
     reader.load();
-    return reader.farms().empty() ? "none" : describe(*reader.farms().front());
+    std::string farms;
+    for (const auto& each : reader.farms()) farms += (farms.empty() ? "" : ", ") + describe(*each);
+    return farms.empty() ? "none" : farms;
   }
 
   orvane::demo::DemoBroker broker;
