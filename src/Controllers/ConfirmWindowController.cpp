@@ -16,6 +16,7 @@ void ConfirmWindowController::setShowAgainChecked(bool isChecked) {
 
 void ConfirmWindowController::resetContentWithBlockPerform(bool performs) {
   const Done onDone = std::exchange(_onDoneBlock, nullptr);
+  changed();
   if (performs && onDone) onDone(false, _checkboxShowAgain);
 }
 

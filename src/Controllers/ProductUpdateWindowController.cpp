@@ -68,5 +68,6 @@ void ProductUpdateWindowController::resetContentWithBlockPerform(bool performs) 
   const Choose onChoose = std::exchange(_onChooseBlock, nullptr);
   _updateURL.clear();
   _avaliableVersion.clear();
+  changed();
   if (performs && onChoose) onChoose(kCancel);
 }

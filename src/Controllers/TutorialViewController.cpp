@@ -36,7 +36,10 @@ void TutorialViewController::setupTutorialWithFinishBlock(std::function<void()> 
   changed();
 }
 
-void TutorialViewController::cancelStartupTips() { _onFinishBlock = nullptr; }
+void TutorialViewController::cancelStartupTips() {
+  _onFinishBlock = nullptr;
+  changed();
+}
 
 void TutorialViewController::onPageSelected(int index) {
   if (index < 0 || index >= kPageCount) return;

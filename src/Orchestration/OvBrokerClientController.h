@@ -29,7 +29,8 @@ class OvNetServiceBrowser;
 /// and writes of it, and waits until that is done. Flows stop silently, at the points that the table in
 /// docs/connect-flow.md names, once their token is cancelled.
 ///
-/// A delegate is held weakly; one that is gone is told nothing and chooses nothing.
+/// A delegate is held weakly; one that is gone is told nothing and chooses nothing. The entry points are virtual, so
+/// that what stands above can be tested against flows that a test makes up.
 class OvBrokerClientController : public std::enable_shared_from_this<OvBrokerClientController> {
  public:
   using Delegate = std::weak_ptr<OvBrokerClientControllerDelegate>;
@@ -45,32 +46,35 @@ class OvBrokerClientController : public std::enable_shared_from_this<OvBrokerCli
 
   /// Loads the farms. None of the environment's members is null. To be owned by a shared_ptr.
   explicit OvBrokerClientController(Environment environment);
+  virtual ~OvBrokerClientController() = default;
 
   OvFarmManager& farmManager() const { return *_farmManager; }
 
   /// Connects the farm and delivers its applications. configureBrokerClient has prepared the farm's client with the
   /// farm's credentials, its anonymous flag and `location`, which becomes the one that is used in the end. Neither is
   /// null.
-  std::shared_ptr<PendingTask> connectToFarm(const std::shared_ptr<OvFarm>& farm,
-                                             const std::shared_ptr<OvLocation>& location, Delegate delegate);
+  virtual std::shared_ptr<PendingTask> connectToFarm(const std::shared_ptr<OvFarm>& farm,
+                                                     const std::shared_ptr<OvLocation>& location, Delegate delegate);
   /// Delivers the applications of a connected farm anew.
-  std::shared_ptr<PendingTask> getApplicationListForFarm(const std::shared_ptr<OvFarm>& farm, Delegate delegate);
+  virtual std::shared_ptr<PendingTask> getApplicationListForFarm(const std::shared_ptr<OvFarm>& farm,
+                                                                 Delegate delegate);
 
   /// Finds a farm's configuration from what the user typed or a link carried: an e-mail address, a broker's address, or
   /// that of a configuration file. Stores nothing.
   /// @param farmGUID  a farm of the store with this identity is used; nothing asks for none.
   /// @param fromConfigOnly  no broker is asked.
-  std::shared_ptr<PendingTask> configureFarmFromURL(const std::string& input, std::optional<std::string> farmGUID,
-                                                    bool fromConfigOnly, Delegate delegate);
+  virtual std::shared_ptr<PendingTask> configureFarmFromURL(const std::string& input,
+                                                            std::optional<std::string> farmGUID, bool fromConfigOnly,
+                                                            Delegate delegate);
 
   /// Starts an application, behind whatever its farm is doing. `completion` runs on the farm's queue, unless the token
   /// is cancelled first.
-  std::shared_ptr<PendingTask> launchApp(const std::shared_ptr<OvFarm>& farm,
-                                         const std::shared_ptr<OvLocation>& location, const std::string& appName,
-                                         LaunchCompletion completion);
+  virtual std::shared_ptr<PendingTask> launchApp(const std::shared_ptr<OvFarm>& farm,
+                                                 const std::shared_ptr<OvLocation>& location,
+                                                 const std::string& appName, LaunchCompletion completion);
 
   /// Has every session of the user on this machine disconnected, some time later.
-  void disconnectAllOpenedSessions();
+  virtual void disconnectAllOpenedSessions();
 
   /// Sets a client up: always who this connector is; the user, unless `credentials` is null or empty and `anonymously`
   /// is false; and the location, unless it is null.
@@ -81,8 +85,8 @@ class OvBrokerClientController : public std::enable_shared_from_this<OvBrokerCli
                                                       bool anonymously, const OvLocation* location);
 
   /// Has the farm's own client set up so on the farm's queue, before whatever is posted there next: where no flow that
-  /// still uses the client is disturbed, and the main thread waits for no look-up. A location without brokers leaves the
-  /// client as it is.
+  /// still uses the client is disturbed, and the main thread waits for no look-up. A location without brokers leaves
+  /// the client as it is.
   static void configureBrokerClientOfFarm(const OvFarm& farm, const OvCredentials* credentials, bool anonymously,
                                           const OvLocation* location);
 

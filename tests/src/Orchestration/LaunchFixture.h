@@ -40,7 +40,7 @@ struct FakeScreens : orvane::Screens {
 
 /// A launcher over a folder and a session registry of the test's own.
 struct LaunchFixture {
-  LaunchFixture() {
+  explicit LaunchFixture(const std::string& preferencesPath = {}) : preferences(preferencesPath) {
     OvSessionManager::useRegistry(registry.names());
     std::filesystem::create_directory(launches);
     writeFile(program, "");
@@ -59,7 +59,7 @@ struct LaunchFixture {
   const DemoRegistryOfTest registry;
   std::string launches = folder.file("launches");
   std::string program = folder.file("Orvane Connection");
-  OrvaneSettings preferences{""};
+  OrvaneSettings preferences;
   const std::shared_ptr<FakeStarter> starter = std::make_shared<FakeStarter>();
   const std::shared_ptr<FakeScreens> screens = std::make_shared<FakeScreens>();
   const std::shared_ptr<FakeOpener> opener = std::make_shared<FakeOpener>();

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Orchestration/OvBrokerClientController.h"
+
+/// Flows that do nothing by themselves: the test tells their delegates what it makes up.
+class ScriptedOrchestration : public OvBrokerClientController {
+ public:
+  enum class Kind { kConnect, kRefresh, kConfigure, kLaunch };
+
+  /// A question that a flow has asked, until it is answered or let go.
+  struct Prompt {
+    int answers = 0;
+    bool isAnsweredWithNothing = false;
+  };
+  struct Flow {
+    Kind kind;
+    std::shared_ptr<OvFarm> farm;
+    std::shared_ptr<OvLocation> location;
+    Delegate delegate;
+    LaunchCompletion completion{};
+    std::shared_ptr<PendingTask> task = PendingTask::startedTask();
+    std::weak_ptr<Prompt> prompt{};  ///< the last; gone when nobody can answer it any more
+    char promptKind = ' ';           ///< 'c', 'l' or 'u'
+    bool isConnected = false;
+    bool isOver = false;
+
+    bool isRunning() const { return task->isRunning() && !isOver; }
+    bool isAsking() const {
+      const auto asked = prompt.lock();
+      return asked && asked->answers == 0;
+    }
+  };
+
+  using OvBrokerClientController::OvBrokerClientController;
+
+  std::vector<std::shared_ptr<Flow>> flows;
+  int disconnects = 0;
+
+  std::shared_ptr<PendingTask> connectToFarm(const std::shared_ptr<OvFarm>& farm,
+                                             const std::shared_ptr<OvLocation>& location, Delegate delegate) override {
+    return add({Kind::kConnect, farm, location, std::move(delegate)});
+  }
+  std::shared_ptr<PendingTask> getApplicationListForFarm(const std::shared_ptr<OvFarm>& farm,
+                                                         Delegate delegate) override {
+    return add({Kind::kRefresh, farm, nullptr, std::move(delegate)});
+  }
+  std::shared_ptr<PendingTask> configureFarmFromURL(const std::string&, std::optional<std::string>, bool,
+                                                    Delegate delegate) override {
+    return add({Kind::kConfigure, nullptr, nullptr, std::move(delegate)});
+  }
+  std::shared_ptr<PendingTask> launchApp(const std::shared_ptr<OvFarm>& farm,
+                                         const std::shared_ptr<OvLocation>& location, const std::string&,
+                                         LaunchCompletion completion) override {
+    return add({Kind::kLaunch, farm, location, {}, std::move(completion)});
+  }
+  void disconnectAllOpenedSessions() override { ++disconnects; }
+
+ private:
+  std::shared_ptr<PendingTask> add(Flow flow) {
+    flows.push_back(std::make_shared<Flow>(std::move(flow)));
+    return flows.back()->task;
+  }
+};
