@@ -68,20 +68,24 @@ void OvBrokerClientController::begin(Connect& connect) const {
 // The secret store may have been slow or locked when the farms were loaded. This is before the broker is asked for its
 // capabilities, as new credentials make the client forget those.
 void OvBrokerClientController::awaitStoredPassword(const Connect& connect) const {
+  if (!connect.client->getPassword().empty()) return;
   OvFarm& farm = *connect.farm;
   orvane::PromptAnswer<bool> isSettled(false);
   {
     const auto block = isSettled.block();
-    const bool isAwaited = onMain([&] {
+    const bool isStored = onMain([&] {
       const OvCredentials& credentials = farm.credentials();
-      if (farm.anonymousLogin() || credentials.isEmpty() || !credentials.needToSave() ||
-          !credentials.password().empty() || !_farmManager->containsFarm(farm)) {
+      if (farm.anonymousLogin() || credentials.isEmpty() || !credentials.needToSave()) return false;
+      if (!credentials.password().empty()) {  // it came since the client was set up
+        block(true);
+      } else if (_farmManager->containsFarm(farm)) {
+        _farmManager->loadPasswordsFromKeychain([block] { block(true); });
+      } else {
         return false;
       }
-      _farmManager->loadPasswordsFromKeychain([block] { block(true); });
       return true;
     });
-    if (!isAwaited) return;
+    if (!isStored) return;
   }
   isSettled.wait();
   const OvCredentials credentials = onMain([&] { return farm.credentials(); });
