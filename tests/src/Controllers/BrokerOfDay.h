@@ -8,7 +8,7 @@
 #include "demo-broker/DemoBroker.h"
 
 /// A demo broker with the user ann, password "secret", who is published an editor and a calculator in one folder and a
-/// game in another, and who is assigned the configuration "Home" with one location.
+/// game in another.
 class BrokerOfDay : public orvane::demo::DemoBroker {
  public:
   BrokerOfDay()
@@ -16,7 +16,10 @@ class BrokerOfDay : public orvane::demo::DemoBroker {
                     .users = {{.name = "ann", .password = "secret"}},
                     .applications = {{.name = "edit", .shortcut = "Editor", .folder = "Office"},
                                      {.name = "calc", .shortcut = "Calculator", .folder = "Office"},
-                                     {.name = "chess", .shortcut = "Chess", .folder = "Games"}}}) {
+                                     {.name = "chess", .shortcut = "Chess", .folder = "Games"}}}) {}
+
+  /// From now on the user is assigned the configuration "Home" with one location.
+  void assignConfiguration() {
     changeFarm([](orvane::demo::FarmDescription& farm) {
       farm.configuration = {.guid = "G", .timestamp = "2", .path = "configurations/home.xml"};
       farm.files = {{.path = "configurations/home.xml",

@@ -167,7 +167,7 @@ class RandomDay : public ProgramFixture {
   }
 
   void link() {
-    const char* const links[] = {"orvane://autodetect?autodetectURL=http%3A%2F%2Fb1&farmGUID=", "orvane://nonsense",
+    const char* const links[] = {"orvane://autodetect/?autodetecturl=aHR0cDovL2Ix&farmguid=", "orvane://nonsense",
                                  "other://"};
     app->handleGetURLEvent(links[below(3)]);
   }
