@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
+#include <list>
 #include <memory>
 #include <optional>
 #include <set>
@@ -49,7 +51,7 @@ class FakeDesktop : public orvane::WindowHost,
   std::vector<std::string> takeActs() { return std::exchange(acts_, {}); }
   const std::vector<std::string>& acts() const { return acts_; }
   bool isShown(Window window) const { return shown_.contains(window); }
-  bool isAnyModal() const { return !modal_.empty(); }
+  bool isAnyModal() const { return modalWindow().has_value(); }
 
   void showMainWindow() override { act("show main"), isMainWindowShown = true; }
   void hideMainWindow() override { act("hide main"), isMainWindowShown = false; }
@@ -72,30 +74,36 @@ class FakeDesktop : public orvane::WindowHost,
 
   void beginModalSession(Window window) override {
     act("session ", window);
-    modal_.push_back(window);
+    modal_.push_back({window, true});
     shown_.insert(window);
   }
   void endModalSession(Window window) override {
     act("end session ", window);
-    std::erase(modal_, window);
+    modal_.remove_if([&](const Modal& modal) { return modal.isSession && modal.window == window; });
   }
   void runModal(Window window, orvane::WindowParent parent) override {
     act("run ", window, parent == orvane::WindowParent::kMainWindow ? " on main" : "");
-    modal_.push_back(window);
+    if (std::ranges::count(modal_, window, &Modal::window) != 0) ADD_FAILURE() << name(window) << " is modal already";
+    const auto run = modal_.insert(modal_.end(), {window, false});
     shown_.insert(window);
-    const size_t depth = modal_.size();
     if (duringModalRun) duringModalRun(window);
-    if (!mainQueue_->pumpUntil([&] { return modal_.size() < depth; })) {
+    if (!mainQueue_->pumpUntil([&] { return run->isStopped; })) {
       ADD_FAILURE() << "Nobody ended the modal run of " << name(window);
       stopModal(window);
     }
+    modal_.erase(run);
   }
   void stopModal(Window window) override {
-    if (std::erase(modal_, window) != 0) act("stop ", window);
+    const auto run = std::ranges::find_if(
+        modal_, [&](const Modal& modal) { return !modal.isSession && !modal.isStopped && modal.window == window; });
+    if (run == modal_.end()) return;
+    act("stop ", window);
+    run->isStopped = true;
     shown_.erase(window);
   }
   std::optional<Window> modalWindow() const override {
-    return modal_.empty() ? std::nullopt : std::optional(modal_.back());
+    const auto modal = std::find_if(modal_.rbegin(), modal_.rend(), std::not_fn(&Modal::isStopped));
+    return modal == modal_.rend() ? std::nullopt : std::optional(modal->window);
   }
 
   void show(Window window) override {
@@ -140,12 +148,18 @@ class FakeDesktop : public orvane::WindowHost,
     FakeDesktop& desktop_;
   };
 
+  struct Modal {
+    Window window;
+    bool isSession;
+    bool isStopped = false;  // a run that goes on until those inside it have ended
+  };
+
   void act(std::string what) { acts_.push_back(std::move(what)); }
   void act(const char* what, Window window, const char* how = "") { act(what + name(window) + how); }
 
   const std::shared_ptr<PumpedQueue> mainQueue_;
   std::vector<std::string> acts_;
   std::optional<Window> sheet_;
-  std::vector<Window> modal_;
+  std::list<Modal> modal_;
   std::set<Window> shown_;
 };
