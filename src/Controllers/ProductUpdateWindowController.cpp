@@ -1,6 +1,6 @@
 #include "Controllers/ProductUpdateWindowController.h"
 
-#include <charconv>
+#include <cstdlib>
 #include <utility>
 
 #include "OrvaneCommon/LocalizedText.h"
@@ -15,15 +15,20 @@ ProductUpdateWindowController::ProductUpdateWindowController(orvane::WindowHost&
 void ProductUpdateWindowController::showUpdateWindowOnParent(orvane::WindowParent parent, const std::string& updateURL,
                                                              bool updateRequired, const std::string& avaliableVersion,
                                                              Choose onChooseBlock) {
+  _parent = parent;
   _updateURL = updateURL;
   _updateRequired = updateRequired;
   _avaliableVersion = avaliableVersion;
   _onChooseBlock = std::move(onChooseBlock);
   setupProductUpdateWindow();
-  if (_isRunning) return;
-  _isRunning = true;
-  _windows.runModal(orvane::AuxiliaryWindow::kUpdate, parent);
+  if (std::exchange(_isRunning, true)) return;
+  do {
+    _isShown = true;
+    _windows.runModal(orvane::AuxiliaryWindow::kUpdate, _parent);
+  } while (!_isShown && _onChooseBlock);  // asked anew behind the answer, while runs inside this one went on
+  _isShown = false;
   _isRunning = false;
+  dropContent();
 }
 
 void ProductUpdateWindowController::setupProductUpdateWindow() {
@@ -39,35 +44,42 @@ void ProductUpdateWindowController::setupProductUpdateWindow() {
 std::string ProductUpdateWindowController::removeForwardZeroesFromString(std::string_view text,
                                                                          std::string_view separator) {
   std::string numbers;
-  for (size_t start = 0; start <= text.size();) {
-    const size_t end = std::min(text.find(separator, start), text.size());
-    int number = 0;
-    std::from_chars(text.data() + start, text.data() + end, number);
-    if (start != 0) numbers += separator;
-    numbers += std::to_string(number);
-    start = end + separator.size();
+  for (;;) {
+    const size_t end = separator.empty() ? std::string_view::npos : text.find(separator);
+    numbers += std::to_string(std::strtoll(std::string(text.substr(0, end)).c_str(), nullptr, 10));
+    if (end == std::string_view::npos) return numbers;
+    numbers += separator;
+    text.remove_prefix(end + separator.size());
   }
-  return numbers;
 }
 
-void ProductUpdateWindowController::onInstallClick() { answerAndHide(kInstall, true); }
+void ProductUpdateWindowController::onInstallClick() {
+  if (_isShown) close(kInstall);
+}
 
-void ProductUpdateWindowController::onCancelClick() { answerAndHide(_updateRequired ? kCancel : kLater, false); }
-
-void ProductUpdateWindowController::answerAndHide(Choice choice, bool opensUpdate) {
-  const Choose onChoose = std::exchange(_onChooseBlock, nullptr);
-  if (!onChoose) return;  // answered already
-  const std::string url = _updateURL;
-  resetContentWithBlockPerform(false);
-  onChoose(choice);
-  if (opensUpdate) _globalQueue->post([opener = _opener, url] { opener->openAddress(url); });
-  _windows.stopModal(orvane::AuxiliaryWindow::kUpdate);
+void ProductUpdateWindowController::onCancelClick() {
+  if (_isShown) close(_updateRequired ? kCancel : kLater);
 }
 
 void ProductUpdateWindowController::resetContentWithBlockPerform(bool performs) {
+  close(performs ? std::optional(kCancel) : std::nullopt);
+}
+
+void ProductUpdateWindowController::close(std::optional<Choice> choice) {
   const Choose onChoose = std::exchange(_onChooseBlock, nullptr);
+  const std::string url = std::exchange(_updateURL, {});
+  if (choice && onChoose) onChoose(*choice);
+  if (choice == kInstall) _globalQueue->post([opener = _opener, url] { opener->openAddress(url); });
+  if (_onChooseBlock) return;  // the callback asked anew: the window stays
+  dropContent();
+  _isShown = false;
+  _windows.stopModal(orvane::AuxiliaryWindow::kUpdate);
+}
+
+void ProductUpdateWindowController::dropContent() {
+  _onChooseBlock = nullptr;
   _updateURL.clear();
   _avaliableVersion.clear();
+  _updateRequired = false;
   changed();
-  if (performs && onChoose) onChoose(kCancel);
 }

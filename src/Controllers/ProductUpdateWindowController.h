@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,10 +20,11 @@ class ProductUpdateWindowController : public orvane::Surface {
   ProductUpdateWindowController(orvane::WindowHost& windows, std::shared_ptr<orvane::Opener> opener,
                                 std::shared_ptr<orvane::GlobalQueue> globalQueue);
 
-  /// Asks, and blocks in a modal run until there is an answer, or until the content is reset and stopModal called.
+  /// Asks, and blocks in a modal run until there is an answer or the content is reset.
   ///
-  /// Asked again while the question is up, only what it says changes, and this returns at once: the callback before is
-  /// dropped, which counts as an answer that chooses nothing.
+  /// Asked again meanwhile, this returns at once, and the callback before is dropped, which counts as an answer that
+  /// chooses nothing: the window has one run at a time. The one that is up goes on with the new question; if it was
+  /// closed and only waits for runs inside it, another follows it. A run that others end drops the callback.
   void showUpdateWindowOnParent(orvane::WindowParent parent, const std::string& updateURL, bool updateRequired,
                                 const std::string& avaliableVersion, Choose onChooseBlock);
 
@@ -30,7 +32,7 @@ class ProductUpdateWindowController : public orvane::Surface {
   /// "Cancel" of a required update, "Later" of an optional one.
   void onCancelClick();
 
-  /// Answers with kCancel if that is wanted, and drops all that was set up. Ends no modal run.
+  /// Answers with kCancel if that is wanted, drops all that was set up, and ends the modal run unless its caller has.
   void resetContentWithBlockPerform(bool performs);
 
   const std::string& newVersion() const { return _newVersion; }
@@ -42,7 +44,8 @@ class ProductUpdateWindowController : public orvane::Surface {
 
  private:
   void setupProductUpdateWindow();
-  void answerAndHide(Choice choice, bool opensUpdate);
+  void close(std::optional<Choice> choice);
+  void dropContent();
 
   orvane::WindowHost& _windows;
   const std::shared_ptr<orvane::Opener> _opener;
@@ -51,7 +54,9 @@ class ProductUpdateWindowController : public orvane::Surface {
   std::string _updateURL{};
   std::string _avaliableVersion{};
   bool _updateRequired = false;
-  bool _isRunning = false;
+  orvane::WindowParent _parent = orvane::WindowParent::kNone;
+  bool _isRunning = false;  // whether the run has yet to return
+  bool _isShown = false;    // whether it has yet to be ended
   std::string _newVersion{};
   std::string _title{};
   std::string _cancelButtonTitle{};
