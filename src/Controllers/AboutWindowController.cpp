@@ -1,6 +1,6 @@
 #include "Controllers/AboutWindowController.h"
 
-#include <charconv>
+#include <cstdlib>
 #include <utility>
 
 #include "Controllers/HelpAddress.h"
@@ -78,8 +78,6 @@ std::string AboutWindowController::legalText() const {
 std::string AboutWindowController::getOrvaneVersion(std::string_view shortVersion) {
   const size_t dot = shortVersion.rfind('.');
   const size_t last = dot == std::string_view::npos ? 0 : dot + 1;
-  int number = 0;
-  std::from_chars(shortVersion.data() + last, shortVersion.data() + shortVersion.size(), number);
-  if (number != 0) return std::string(shortVersion);
+  if (std::strtoll(std::string(shortVersion.substr(last)).c_str(), nullptr, 10) != 0) return std::string(shortVersion);
   return std::string(shortVersion.substr(0, last == 0 ? 0 : dot));
 }
