@@ -31,6 +31,7 @@ TutorialViewController::TutorialViewController(OrvaneSettings& settings) : _sett
 
 void TutorialViewController::setupTutorialWithFinishBlock(std::function<void()> onFinish) {
   _onFinishBlock = std::move(onFinish);
+  _isOpen = true;
   _checkboxShowOnStart = _settings.showTutorialOnStart();
   _page = 0;
   changed();
@@ -38,6 +39,7 @@ void TutorialViewController::setupTutorialWithFinishBlock(std::function<void()> 
 
 void TutorialViewController::cancelStartupTips() {
   _onFinishBlock = nullptr;
+  _isOpen = false;
   changed();
 }
 
@@ -62,11 +64,11 @@ void TutorialViewController::setShowOnStartChecked(bool isChecked) {
 }
 
 void TutorialViewController::closeStartupTips() {
+  if (!std::exchange(_isOpen, false)) return;
   const auto onFinish = std::exchange(_onFinishBlock, nullptr);
-  if (!onFinish) return;  // the end came already
   _settings.setShowTutorialOnStart(_checkboxShowOnStart);
   _settings.save();
-  onFinish();
+  if (onFinish) onFinish();
 }
 
 std::string TutorialViewController::pageTitle() const { return orvane::localizedText(kPages[_page].titleKey); }

@@ -36,6 +36,7 @@ class TutorialViewController : public orvane::Surface {
 
   OrvaneSettings& _settings;
   std::function<void()> _onFinishBlock{};
+  bool _isOpen = false;
   int _page = 0;
   bool _checkboxShowOnStart = true;
 };
