@@ -5,23 +5,29 @@
 
 namespace {
 
+using Box = SettingsWindowController::Box;
+
 struct BoxRow {
+  Box box;
   bool (OrvaneSettings::*value)() const;
   void (OrvaneSettings::*setValue)(bool);
 };
 
-// In the order of SettingsWindowController::Box.
 constexpr BoxRow kBoxes[SettingsWindowController::kBoxCount] = {
-    {&OrvaneSettings::showTutorialOnStart, &OrvaneSettings::setShowTutorialOnStart},
-    {&OrvaneSettings::neededToLog, &OrvaneSettings::setNeededToLog},
-    {&OrvaneSettings::enableAdaptiveGraphics, &OrvaneSettings::setEnableAdaptiveGraphics},
-    {&OrvaneSettings::fullscreenInMaximizedWindow, &OrvaneSettings::setFullscreenInMaximizedWindow},
-    {&OrvaneSettings::forceDisableSeamless, &OrvaneSettings::setForceDisableSeamless},
-    {&OrvaneSettings::translateCtrlLeftClickToRightClick, &OrvaneSettings::setTranslateCtrlLeftClickToRightClick},
-    {&OrvaneSettings::askBeforeCloseSession, &OrvaneSettings::setAskBeforeCloseSession},
-    {&OrvaneSettings::askBeforeLogoff, &OrvaneSettings::setAskBeforeLogoff},
-    {&OrvaneSettings::askBeforeClearCredentials, &OrvaneSettings::setAskBeforeClearCredentials},
-    {&OrvaneSettings::askBeforeDeleteConnection, &OrvaneSettings::setAskBeforeDeleteConnection},
+    {Box::kShowTutorialOnStart, &OrvaneSettings::showTutorialOnStart, &OrvaneSettings::setShowTutorialOnStart},
+    {Box::kLogging, &OrvaneSettings::neededToLog, &OrvaneSettings::setNeededToLog},
+    {Box::kAdaptiveGraphics, &OrvaneSettings::enableAdaptiveGraphics, &OrvaneSettings::setEnableAdaptiveGraphics},
+    {Box::kFullscreenInMaximizedWindow, &OrvaneSettings::fullscreenInMaximizedWindow,
+     &OrvaneSettings::setFullscreenInMaximizedWindow},
+    {Box::kForceDisableSeamless, &OrvaneSettings::forceDisableSeamless, &OrvaneSettings::setForceDisableSeamless},
+    {Box::kTranslateCtrlClickToRightClick, &OrvaneSettings::translateCtrlLeftClickToRightClick,
+     &OrvaneSettings::setTranslateCtrlLeftClickToRightClick},
+    {Box::kAskBeforeCloseSession, &OrvaneSettings::askBeforeCloseSession, &OrvaneSettings::setAskBeforeCloseSession},
+    {Box::kAskBeforeLogoff, &OrvaneSettings::askBeforeLogoff, &OrvaneSettings::setAskBeforeLogoff},
+    {Box::kAskBeforeClearCredentials, &OrvaneSettings::askBeforeClearCredentials,
+     &OrvaneSettings::setAskBeforeClearCredentials},
+    {Box::kAskBeforeDeleteConnection, &OrvaneSettings::askBeforeDeleteConnection,
+     &OrvaneSettings::setAskBeforeDeleteConnection},
 };
 
 std::string closingText(const OrvaneSettings& settings) {
@@ -47,7 +53,7 @@ void SettingsWindowController::setActionOnResolutionChange(int32_t index) {
 
 void SettingsWindowController::printSettings() {
   _settings.load();
-  for (size_t i = 0; i < kBoxCount; ++i) _isChecked[i] = (_settings.*kBoxes[i].value)();
+  for (const BoxRow& row : kBoxes) _isChecked[static_cast<size_t>(row.box)] = (_settings.*row.value)();
   _actionOnResolutionChange = _settings.actionOnResolutionChange();
   _closingLabel = closingText(_settings);
   changed();
@@ -55,7 +61,7 @@ void SettingsWindowController::printSettings() {
 
 void SettingsWindowController::scanAndSaveSettings() {
   _settings.load();
-  for (size_t i = 0; i < kBoxCount; ++i) (_settings.*kBoxes[i].setValue)(_isChecked[i]);
+  for (const BoxRow& row : kBoxes) (_settings.*row.setValue)(isChecked(row.box));
   _settings.setActionOnResolutionChange(_actionOnResolutionChange);
   orvane::switchLogging(_settings.neededToLog());
   _settings.save();
