@@ -173,7 +173,7 @@ class MainWindowController : public orvane::FocusableSurface<MainWindowFocus>,
   void mainMenuWantsToggleSidePanel() override { toggleSidePanel(); }
 
   void diModeWantsConnectToFarm(const std::shared_ptr<OvFarm>& farm) override { connectToFarm(farm); }
-  void diModeWantsCancelConnect() override { stopProgressAnimationAndPerformCancelBlock(); }
+  void diModeWantsCancelConnect() override;
   void diModeWantsLaunchApp(const std::shared_ptr<AppItem>& item) override { launchApplication(item); }
   void diModeWantsRefreshApplicationList() override { refreshApplicationsForCurrentFarm(); }
   void diModeWantsLogoutWithOnDoneBlock(ConfirmationBlock onDoneBlock) override;
@@ -223,6 +223,7 @@ class MainWindowController : public orvane::FocusableSurface<MainWindowFocus>,
 
   // MainWindowPrompts.cpp
   bool hideProgressWindow();
+  void continueProgress(bool goesOn);
   void showChooseLocationForFarm(const std::shared_ptr<OvFarm>& farm, LocationBlock onChoose);
   void showPromptCredentialsWithCredentials(const OvCredentials& credentials, bool disallowSave,
                                             OvBrokerClientControllerDelegate::CredentialsBlock onDoneBlock,

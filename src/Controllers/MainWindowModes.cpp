@@ -28,6 +28,7 @@ void MainWindowController::switchToNormalMode() {
   _desktop.process->activateIgnoringOtherApps();
   _desktop.windows->bringMainWindowToFront();
   _diModeController.reset();
+  if (_cover == Cover::kNone && _isToolbarVisible) setToolbarItemsEnabled(true);  // as the connection is by now
 }
 
 std::optional<orvane::AuxiliaryWindow> MainWindowController::currentAuxiliaryWindow() const {
@@ -112,6 +113,15 @@ void MainWindowController::stopProgressAnimationAndPerformCancelBlock() {
   hideAuxiliaryWindow(Window::kProgress);
   _progress.stopProgressAndPerformCancelBlock();
   setMainMenuItemsEnabled(true);
+}
+
+// What the task was asking goes with it.
+void MainWindowController::diModeWantsCancelConnect() {
+  stopProgressAnimationAndPerformCancelBlock();
+  if (_modalSessionForCurrentModalWindow == Window::kCredentials ||
+      _modalSessionForCurrentModalWindow == Window::kLocation) {
+    answerPromptOf(*_modalSessionForCurrentModalWindow);
+  }
 }
 
 // The status item's picture doesn't go on for a task that will end now without a word.

@@ -19,7 +19,7 @@ void MainWindowController::brokerClientControllerPromptCredentialsWithOldCredent
       [this, hidProgress, onDoneBlock = std::move(onDoneBlock)](std::optional<OvCredentials> credentials) {
         const bool goesOn = credentials.has_value();
         onDoneBlock(std::move(credentials));
-        if (hidProgress && goesOn) showAuxiliaryWindow(Window::kProgress);
+        if (hidProgress) continueProgress(goesOn);
       },
       authenticationError);
 }
@@ -30,7 +30,7 @@ void MainWindowController::brokerClientControllerPromptLocationForFarm(const std
   showChooseLocationForFarm(farm,
                             [this, hidProgress, block = std::move(block)](const std::shared_ptr<OvLocation>& location) {
                               block(location);
-                              if (hidProgress && location) showAuxiliaryWindow(Window::kProgress);
+                              if (hidProgress) continueProgress(location != nullptr);
                             });
 }
 
@@ -47,6 +47,15 @@ bool MainWindowController::hideProgressWindow() {
   const bool isShown = currentAuxiliaryWindow() == Window::kProgress;
   if (isShown) hideAuxiliaryWindow(Window::kProgress);
   return isShown;
+}
+
+// A task whose question was cancelled ends by itself, maybe without a word.
+void MainWindowController::continueProgress(bool goesOn) {
+  if (goesOn) {
+    showAuxiliaryWindow(Window::kProgress);
+  } else {
+    _progress.stopProgress();
+  }
 }
 
 void MainWindowController::showChooseLocationForFarm(const std::shared_ptr<OvFarm>& farm, LocationBlock onChoose) {

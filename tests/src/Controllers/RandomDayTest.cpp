@@ -12,6 +12,7 @@ namespace {
 using Window = FakeDesktop::Window;
 using Flow = ScriptedOrchestration::Flow;
 using Kind = ScriptedOrchestration::Kind;
+using Prompt = ScriptedOrchestration::Prompt;
 using Item = MainMenuController::Item;
 
 class RandomDay : public ProgramFixture {
@@ -37,11 +38,12 @@ class RandomDay : public ProgramFixture {
   }
 
   void step() {
+    settleAnswers();
     moves_.clear();
     offerUserMoves();
     offerBrokerMoves();
-    offer("half a second", [this] { timer->advance(std::chrono::milliseconds(500)); });
-    offer("link", [this] { link(); });
+    if (moves_.empty() || chance(6)) offer("half a second", [this] { timer->advance(std::chrono::milliseconds(500)); });
+    if (chance(8)) offer("link", [this] { link(); });
     const auto& [name, act] = moves_[below(moves_.size())];
     history_ += name + "\n";
     const auto move = act;  // a nested modal run doesn't offer, but may end this
@@ -62,8 +64,7 @@ class RandomDay : public ProgramFixture {
     bool isAnyRunning = false;
     bool mayAskCredentials = false;
     for (const auto& flow : orchestration_->flows) {
-      const auto prompt = flow->prompt.lock();
-      check(!prompt || prompt->answers <= 1, "a prompt was answered twice");
+      check(!flow->prompt || flow->prompt->answers <= 1, "a prompt was answered twice");
       if (!flow->isRunning()) continue;
       isAnyRunning = true;
       if (!flow->isAsking()) continue;
@@ -94,8 +95,8 @@ class RandomDay : public ProgramFixture {
     for (const Item item : {Item::kLogout, Item::kRefresh}) {
       check(!window().mainMenu().validateMenuItem(item) || isConnected, "a menu item without a connection");
     }
-    const bool isFree = !desktop->attachedSheet() && !window().welcomePlacement() && !window().isTutorialShown() &&
-                        !window().isSidePanelOpen();
+    const bool isFree = !diMode && !desktop->attachedSheet() && !window().welcomePlacement() &&
+                        !window().isTutorialShown() && !window().isSidePanelOpen();
     check(!isFree || window().cover() == MainWindowController::Cover::kNone, "a cover over nothing");
     check(!isFree || window().isConnectionsItemEnabled(), "no way to the connections");
     check(!isFree || window().mainMenu().validateMenuItem(Item::kToggleSidePanel), "no way to the side panel");
@@ -196,7 +197,7 @@ class RandomDay : public ProgramFixture {
   }
 
   void offerUserMoves() {
-    if (const auto& diMode = window().diMode()) {
+    if (window().diMode()) {
       offer("status menu", [this] { clickStatusMenu(); });
     }
     std::optional<Window> front = desktop->attachedSheet();
@@ -326,10 +327,25 @@ class RandomDay : public ProgramFixture {
     });
   }
 
+  // A flow goes on by what it was answered; a question that was let go chose nothing.
+  void settleAnswers() {
+    for (const auto& flow : orchestration_->flows) {
+      if (!flow->prompt || flow->isAsking()) continue;
+      const auto prompt = std::exchange(flow->prompt, nullptr);
+      const int nothing = flow->promptKind == 'c' ? Prompt::kEndsSilently : flow->promptKind == 'l' ? 8 : 3;
+      const int outcome = prompt->answers == 0 ? nothing : prompt->outcome;
+      if (!flow->isRunning() || outcome == Prompt::kGoesOn) continue;
+      flow->isOver = true;
+      const auto delegate = flow->delegate.lock();
+      if (!delegate || outcome == Prompt::kEndsSilently) continue;
+      delegate->brokerClientControllerDidFailConnect({outcome, "Failed"}, flow->farm);
+      mainQueue->pump();
+    }
+  }
+
   void offerBrokerMoves() {
     for (const auto& flow : orchestration_->flows) {
       if (!flow->isRunning() || flow->isAsking()) continue;
-      if (const auto prompt = flow->prompt.lock(); prompt && prompt->answers > 0) flow->prompt.reset();
       if (flow->kind == Kind::kLaunch) {
         offer("launched", [flow] { finish(*flow, [](Flow& launch) { launch.completion(nullptr); }); });
         offer("launch failed", [flow] {
@@ -365,18 +381,20 @@ class RandomDay : public ProgramFixture {
       offer("ask for credentials", [this, flow, delegate] {
         const OvError error{1326, "Wrong"};
         delegate->brokerClientControllerPromptCredentialsWithOldCredentials(
-            makeCredentials(), [prompt = ask(*flow, 'c')](const std::optional<OvCredentials>&) { ++prompt->answers; },
+            makeCredentials(),
+            [answer = ask(*flow, 'c')](const auto& given) { answer(given ? Prompt::kGoesOn : Prompt::kEndsSilently); },
             chance(2), chance(2) ? &error : nullptr);
       });
       if (flow->kind == Kind::kConnect && !flow->isConnected) {
         offer("ask for location", [this, flow, delegate] {
           if (flow->farm->locations().empty()) return;
           delegate->brokerClientControllerPromptLocationForFarm(
-              flow->farm, [prompt = ask(*flow, 'l')](const std::shared_ptr<OvLocation>&) { ++prompt->answers; });
+              flow->farm, [answer = ask(*flow, 'l')](const auto& chosen) { answer(chosen ? Prompt::kGoesOn : 8); });
         });
         offer("offer update", [this, flow, delegate] {
           delegate->brokerClientControllerShowUpdateWindowWithUpdateURL(
-              "https://u", chance(2), "9.0", [prompt = ask(*flow, 'u')](int) { ++prompt->answers; });
+              "https://u", chance(2), "9.0",
+              [answer = ask(*flow, 'u')](int choice) { answer(choice == 2 ? Prompt::kGoesOn : choice + 2); });
         });
         offer("connected", [this, flow, delegate] {
           flow->isConnected = true;
@@ -396,11 +414,16 @@ class RandomDay : public ProgramFixture {
     flow.isOver = true;
     event(flow);
   }
-  static std::shared_ptr<ScriptedOrchestration::Prompt> ask(Flow& flow, char kind) {
-    const auto prompt = std::make_shared<ScriptedOrchestration::Prompt>();
-    flow.prompt = prompt;
+  // What a block calls with the outcome of its answer.
+  static std::function<void(int)> ask(Flow& flow, char kind) {
+    const auto answerer = std::make_shared<char>();
+    flow.prompt = std::make_shared<Prompt>();
+    flow.answerer = answerer;
     flow.promptKind = kind;
-    return prompt;
+    return [prompt = flow.prompt, answerer](int outcome) {
+      ++prompt->answers;
+      prompt->outcome = outcome;
+    };
   }
 
   std::mt19937 random_;
@@ -411,7 +434,7 @@ class RandomDay : public ProgramFixture {
 };
 
 TEST(RandomDayTest, WhateverHappensTheSurfacesAgree) {
-  constexpr int kDays = 60;
+  constexpr int kDays = 40;
   constexpr int kSteps = 120;
   const char* const only = std::getenv("ORVANE_RANDOM_DAY");
   const uint32_t first = only == nullptr ? 0 : uint32_t(std::strtoul(only, nullptr, 10));

@@ -16,8 +16,11 @@ class ScriptedOrchestration : public OvBrokerClientController {
 
   /// A question that a flow has asked, until it is answered or let go.
   struct Prompt {
+    static constexpr int kGoesOn = -1;
+    static constexpr int kEndsSilently = 0;
+
     int answers = 0;
-    bool isAnsweredWithNothing = false;
+    int outcome = kGoesOn;  ///< of the answer: the code that the flow fails with, or one of these
   };
   struct Flow {
     Kind kind;
@@ -26,16 +29,14 @@ class ScriptedOrchestration : public OvBrokerClientController {
     Delegate delegate;
     LaunchCompletion completion{};
     std::shared_ptr<PendingTask> task = PendingTask::startedTask();
-    std::weak_ptr<Prompt> prompt{};  ///< the last; gone when nobody can answer it any more
-    char promptKind = ' ';           ///< 'c', 'l' or 'u'
+    std::shared_ptr<Prompt> prompt{};  ///< the last that was asked
+    std::weak_ptr<void> answerer{};    ///< gone when nobody can answer it any more
+    char promptKind = ' ';             ///< 'c', 'l' or 'u'
     bool isConnected = false;
     bool isOver = false;
 
     bool isRunning() const { return task->isRunning() && !isOver; }
-    bool isAsking() const {
-      const auto asked = prompt.lock();
-      return asked && asked->answers == 0;
-    }
+    bool isAsking() const { return prompt && prompt->answers == 0 && !answerer.expired(); }
   };
 
   using OvBrokerClientController::OvBrokerClientController;

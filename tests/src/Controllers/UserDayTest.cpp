@@ -173,7 +173,7 @@ TEST_F(UserDayTest, ALinkAtTheStartTakesOver) {
   settings().setShowTutorialOnStart(true);
   settings().setDiMode(true);
   settings().save();
-  start([&](AppDelegate& app) { app.handleGetURLEvent("helper" + linkTo(broker.url())); });
+  start([&](AppDelegate& program) { program.handleGetURLEvent("helper" + linkTo(broker.url())); });
   EXPECT_EQ(acts(), "activate, show main");
   EXPECT_EQ(app->applicationLaunchType(), ApplicationLaunchType::kLink);
   ASSERT_TRUE(untilStage(WelcomeStageView::kCredentials));
@@ -194,7 +194,7 @@ TEST_F(UserDayTest, ALaunchFileAtTheStartIsAllThereIs) {
   OvSettings record;
   const std::string path = home.file("alone.ovl");
   ASSERT_EQ(record.saveOvlFile(path.c_str()), 1);
-  start([&](AppDelegate& app) { EXPECT_TRUE(app.applicationOpenFile(path)); });
+  start([&](AppDelegate& program) { EXPECT_TRUE(program.applicationOpenFile(path)); });
   ASSERT_TRUE(until([&] { return desktop->isTerminated; }));
   EXPECT_EQ(acts(), "terminate");
   EXPECT_EQ(launched(), "alone.ovl");
@@ -209,7 +209,7 @@ TEST_F(UserDayTest, AnUnreadableLaunchFileIsToldBeforeTheEnd) {
     EXPECT_FALSE(desktop->isTerminated);
     app->launchFileAlert().onButtonClick(0);
   };
-  start([&](AppDelegate& app) { app.applicationOpenFile(home.file("absent.ovl")); });
+  start([&](AppDelegate& program) { program.applicationOpenFile(home.file("absent.ovl")); });
   ASSERT_TRUE(until([&] { return desktop->isTerminated; }));
   EXPECT_EQ(acts(), "run launchFileAlert, stop launchFileAlert, terminate");
 }
