@@ -1,6 +1,7 @@
 #include "Controllers/ApplicationTableViewController.h"
 
 #include <utility>
+#include <vector>
 
 #include "OrvaneCommon/LocalizedText.h"
 #include "OrvaneCommon/TextFormat.h"
@@ -32,15 +33,22 @@ void ApplicationTableViewController::showApplications(const std::shared_ptr<AppF
     if (rootFolder) appendBackFoldersForRootItem(*rootFolder);
     showFolderContent(rootFolder);
   }
+  changed();
   focus(ApplicationTableFocus::kGrid);
 }
 
-void ApplicationTableViewController::appendBackFoldersForRootItem(const AppFolderItem& folder) {
-  for (const auto& item : folder.appItems()) {
-    const auto child = asFolder(item);
-    if (!child || child->isBackFolder() || beginsWithBackItem(*child)) continue;  // a tree that was shown before
-    if (!child->appItems().empty()) appendBackFoldersForRootItem(*child);
-    addBackItemToFolder(*child);
+// By a list of what is still to be done, as folders may be nested deeper than calls.
+void ApplicationTableViewController::appendBackFoldersForRootItem(const AppFolderItem& rootFolder) {
+  std::vector<const AppFolderItem*> waiting = {&rootFolder};
+  while (!waiting.empty()) {
+    const AppFolderItem& folder = *waiting.back();
+    waiting.pop_back();
+    for (const auto& item : folder.appItems()) {
+      const auto child = asFolder(item);
+      if (!child || child->isBackFolder()) continue;
+      if (!beginsWithBackItem(*child)) addBackItemToFolder(*child);  // a tree may be shown more than once
+      waiting.push_back(child.get());
+    }
   }
 }
 
@@ -58,15 +66,15 @@ void ApplicationTableViewController::showFolderContent(const std::shared_ptr<App
     if (!target) return;  // its tree has gone
   }
   _currentFolder = target;
-  updateAppTableWithApplications(target ? target->appItems() : AppFolderItem::Items());
-  resetSearch();
+  _searchText.clear();
+  setSearchPattern({});
+  setSearchFieldShown(false, _isSearchFieldShown);
 }
 
 void ApplicationTableViewController::updateAppTableWithApplications(AppFolderItem::Items items) {
   _appItems = std::move(items);
   _grid.setItemCount(_appItems.size());
   _selectionIndex = _appItems.empty() ? std::nullopt : std::optional<size_t>(0);
-  changed();
 }
 
 std::shared_ptr<AppItem> ApplicationTableViewController::selectedItem() const {
@@ -78,6 +86,7 @@ void ApplicationTableViewController::backToParentFolder() {
   if (!current || current == _rootFolder) return;
   if (_singleFolderMode && current == _rootFolder->appItems().front()) return;
   showFolderContent(current->parentFolder());
+  changed();
 }
 
 void ApplicationTableViewController::moveSelection(SelectionDirection direction) {
@@ -97,6 +106,7 @@ void ApplicationTableViewController::openSelectedApplication() {
 void ApplicationTableViewController::performAppItemClick(const std::shared_ptr<AppItem>& item) {
   if (const auto folder = asFolder(item)) {
     showFolderContent(folder);
+    changed();
   } else {
     _delegate.applicationHasBeenChoosen(item);
   }
@@ -105,8 +115,10 @@ void ApplicationTableViewController::performAppItemClick(const std::shared_ptr<A
 void ApplicationTableViewController::handleAppTableItemViewClick(size_t index, int clickCount) {
   if (index >= _appItems.size()) return;
   const auto item = _appItems[index];
-  _selectionIndex = index;
-  changed();
+  if (_selectionIndex != index) {
+    _selectionIndex = index;
+    changed();
+  }
   focus(ApplicationTableFocus::kGrid);
   handleAppItemClick(item, clickCount);
 }
@@ -116,31 +128,40 @@ void ApplicationTableViewController::handleAppItemClick(const std::shared_ptr<Ap
   if (clickCount >= 2) performAppItemClick(item);
 }
 
+bool ApplicationTableViewController::isShowSearchButtonEnabled() const {
+  const auto current = _currentFolder.lock();
+  return !_isSearchFieldShown && current && !current->appItems().empty();
+}
+
 void ApplicationTableViewController::showSearchField(bool isShown, bool isAnimated) {
   const auto current = _currentFolder.lock();
   if (isShown && (!current || current->appItems().empty())) return;
-  _isSearchFieldShown = isShown;
-  _isSearchFieldAnimated = isAnimated;
-  _isShowSearchButtonEnabled = !isShown && current && !current->appItems().empty();
+  setSearchFieldShown(isShown, isAnimated);
   changed();
   if (isShown) focus(ApplicationTableFocus::kSearchField);
+}
+
+void ApplicationTableViewController::setSearchFieldShown(bool isShown, bool isAnimated) {
+  _isSearchFieldShown = isShown;
+  _isSearchFieldAnimated = isAnimated;
 }
 
 void ApplicationTableViewController::controlTextDidChange(const std::string& text) {
   _searchText = text;
   setSearchPattern(text);
+  changed();
 }
 
 void ApplicationTableViewController::setSearchPattern(const std::string& pattern) {
   const auto current = _currentFolder.lock();
-  if (pattern.empty()) {
-    updateAppTableWithApplications(current ? current->appItems() : AppFolderItem::Items());
-    updateSearchLabelsWithPattern({}, true, false);
-    return;
+  if (!current) {
+    updateAppTableWithApplications({});
+  } else if (pattern.empty()) {
+    updateAppTableWithApplications(current->appItems());
+  } else {
+    updateAppTableWithApplications(current->applicationItemsUsingFilterPattern(pattern));
   }
-  updateAppTableWithApplications(current ? current->applicationItemsUsingFilterPattern(pattern)
-                                         : AppFolderItem::Items());
-  updateSearchLabelsWithPattern(pattern, !_appItems.empty(), true);
+  updateSearchLabelsWithPattern(pattern, pattern.empty() || !_appItems.empty(), !pattern.empty());
 }
 
 void ApplicationTableViewController::updateSearchLabelsWithPattern(const std::string& pattern, bool searchSuccessful,
@@ -152,7 +173,6 @@ void ApplicationTableViewController::updateSearchLabelsWithPattern(const std::st
     _emptyResultText =
         orvane::formatText(orvane::localizedText("ApplicationSearch.SearchResults.NoApplicationsFound"), {pattern});
   }
-  changed();
 }
 
 void ApplicationTableViewController::resetSearch() {
@@ -164,9 +184,9 @@ void ApplicationTableViewController::resetSearch() {
 }
 
 void ApplicationTableViewController::hideSearchFieldIfEmpty() {
-  if (_searchText.empty()) showSearchField(false, _isSearchFieldShown);
+  if (_isSearchFieldShown && _searchText.empty()) showSearchField(false, true);
 }
 
 void ApplicationTableViewController::makeFirstResponder() {
-  focus(_isShowSearchButtonEnabled ? ApplicationTableFocus::kGrid : ApplicationTableFocus::kSearchField);
+  focus(isShowSearchButtonEnabled() ? ApplicationTableFocus::kGrid : ApplicationTableFocus::kSearchField);
 }

@@ -20,7 +20,7 @@ class ApplicationTableViewController : public orvane::FocusableSurface<Applicati
 
   /// Shows a tree, which becomes the table's own and gets its ways back, or nothing.
   ///
-  /// A root with a single child is skipped: its child stands for it, so that nobody sees a list of one folder.
+  /// A root with a single folder is skipped: its child stands for it, so that nobody sees a list of one folder.
   void showApplications(const std::shared_ptr<AppFolderItem>& rootFolder);
   /// The tree; null if there is none.
   const std::shared_ptr<AppFolderItem>& applicationsRootFolder() const { return _rootFolder; }
@@ -34,7 +34,7 @@ class ApplicationTableViewController : public orvane::FocusableSurface<Applicati
   const std::string& headerText() const { return _headerText; }
   const std::string& emptyResultText() const { return _emptyResultText; }
   bool isEmptyResultLabelHidden() const { return _isEmptyResultLabelHidden; }
-  bool isShowSearchButtonEnabled() const { return _isShowSearchButtonEnabled; }
+  bool isShowSearchButtonEnabled() const;
   bool isSearchFieldShown() const { return _isSearchFieldShown; }
   /// Whether the field slides into the place that it has now.
   bool isSearchFieldAnimated() const { return _isSearchFieldAnimated; }
@@ -59,7 +59,7 @@ class ApplicationTableViewController : public orvane::FocusableSurface<Applicati
   void makeFirstResponder();
 
  private:
-  static void appendBackFoldersForRootItem(const AppFolderItem& folder);
+  static void appendBackFoldersForRootItem(const AppFolderItem& rootFolder);
   static void addBackItemToFolder(AppFolderItem& folder);
 
   void showFolderContent(const std::shared_ptr<AppFolderItem>& folder);
@@ -68,6 +68,7 @@ class ApplicationTableViewController : public orvane::FocusableSurface<Applicati
   void handleAppItemClick(const std::shared_ptr<AppItem>& item, int clickCount);
   void setSearchPattern(const std::string& pattern);
   void updateSearchLabelsWithPattern(const std::string& pattern, bool searchSuccessful, bool searchMode);
+  void setSearchFieldShown(bool isShown, bool isAnimated);
   void resetSearch();
   void hideSearchFieldIfEmpty();
 
@@ -81,7 +82,6 @@ class ApplicationTableViewController : public orvane::FocusableSurface<Applicati
   std::string _headerText{};
   std::string _emptyResultText{};
   bool _isEmptyResultLabelHidden = true;
-  bool _isShowSearchButtonEnabled = false;
   bool _isSearchFieldShown = false;
   bool _isSearchFieldAnimated = false;
   std::string _searchText{};
