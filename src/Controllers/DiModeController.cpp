@@ -146,16 +146,29 @@ void DiModeController::onLogoutClick() {
   });
 }
 
+bool DiModeController::isEnabledNow(const StatusMenuItem& item) {
+  switch (item.action) {
+    case StatusMenuAction::kNone:
+      return false;
+    case StatusMenuAction::kConnectToFarm:
+      return connectionsList().isEnabled;
+    case StatusMenuAction::kLaunchApplication:
+      return hasConnectedFarmItem();
+    default:
+      return fixedItem(item.action).isEnabled;
+  }
+}
+
+// The item may stand in the menu that a click rebuilds, so what it carries is held meanwhile.
 void DiModeController::onClick(const StatusMenuItem& item) {
-  if (!item.isEnabled) return;
+  if (!isEnabledNow(item)) return;
   switch (item.action) {
     case StatusMenuAction::kNone:
       return;
     case StatusMenuAction::kConnectToFarm:
-      if (connectionsList().isEnabled) onFarmClick(item.farm);
-      return;
+      return onFarmClick(std::shared_ptr(item.farm));
     case StatusMenuAction::kLaunchApplication:
-      return onApplicationClick(item.item);
+      return onApplicationClick(std::shared_ptr(item.item));
     case StatusMenuAction::kExpandedView:
       return onExpandedViewClick();
     case StatusMenuAction::kRefresh:

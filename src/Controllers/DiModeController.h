@@ -39,7 +39,8 @@ class DiModeController : public orvane::Surface, public std::enable_shared_from_
   const std::shared_ptr<OvFarm>& currentFarm() const { return _currentFarm; }
   bool isAnimating() const { return _animationTimer.isValid(); }
 
-  /// A click on an item of the menu; one that is disabled by now does nothing.
+  /// A click on an item of the menu, or of a copy that a desktop still shows: what the menu has disabled or lost by now
+  /// does nothing.
   void onClick(const StatusMenuItem& item);
   void onFarmClick(const std::shared_ptr<OvFarm>& farm) { _delegate.diModeWantsConnectToFarm(farm); }
   void onApplicationClick(const std::shared_ptr<AppItem>& item) { _delegate.diModeWantsLaunchApp(item); }
@@ -56,6 +57,7 @@ class DiModeController : public orvane::Surface, public std::enable_shared_from_
   StatusMenuItem& fixedItem(StatusMenuAction action);
   StatusMenuItem& connectionsList() { return _diModeMenu.front(); }
   bool hasConnectedFarmItem() const;
+  bool isEnabledNow(const StatusMenuItem& item);
   void updatePicture();
 
   DiModeDelegate& _delegate;
