@@ -1,22 +1,9 @@
 #include "Model/AppFolderItem.h"
+#include "Support/AppTree.h"
 
 namespace {
 
 using testing::ElementsAre;
-
-template <typename Item>
-std::shared_ptr<Item> named(std::shared_ptr<Item> item, const std::string& displayName) {
-  item->setDisplayName(displayName);
-  return item;
-}
-
-std::shared_ptr<AppItem> app(const std::string& displayName) { return named(std::make_shared<AppItem>(), displayName); }
-
-std::shared_ptr<AppFolderItem> folder(const std::string& displayName, const AppFolderItem::Items& items = {}) {
-  auto result = named(AppFolderItem::appFolder(), displayName);
-  result->addItems(items);
-  return result;
-}
 
 std::vector<std::string> names(const AppFolderItem::Items& items) {
   std::vector<std::string> result;
