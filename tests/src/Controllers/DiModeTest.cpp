@@ -62,7 +62,7 @@ class DiModeTest : public testing::Test, public DiModeDelegate {
   }
   // What the desktop saw since the last call and while so much time passed.
   std::string actsWithin(std::chrono::milliseconds time) {
-    for (; time > 0ms; time -= 500ms) timer->advance(500ms), mainQueue->pump();
+    for (; time > 0ms; time -= 100ms) timer->advance(100ms), mainQueue->pump();
     std::string line;
     for (const std::string& act : desktop.takeActs()) line += act + " ";
     return line;
@@ -109,8 +109,8 @@ TEST_F(DiModeTest, OffersInEachStateWhatMakesSense) {
       {[&] { diMode->setupDiModeWithFarms(farms, farms[1], nullptr); }, connected},
       {start, busy},
       {logout, busy},
-      {[&] { diMode->setupDiModeWithFarms({}, nullptr, tree); }, busy},
-      {stop, noFarms},
+      {stop, idle},
+      {[&] { diMode->setupDiModeWithFarms({}, nullptr, tree); }, noFarms},
   };
   for (size_t i = 0; i < std::size(steps); ++i) {
     steps[i].first();
