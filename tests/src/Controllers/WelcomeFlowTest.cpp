@@ -1,6 +1,5 @@
 #include <sstream>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "Controllers/WelcomeScreenViewController.h"
@@ -49,10 +48,13 @@ class Journey : public ConnectFixture, public WelcomeScreenDelegate {
   }
   bool arrive() {
     if (!mainQueue->pumpUntil([&] { return flow->currentStageView() != WelcomeStageView::kProgress; })) return false;
+    EXPECT_EQ(flow->connectOnStartConfirmation().confirmationText(),
+              flow->currentStageView() == WelcomeStageView::kConfirmation
+                  ? "Connect to Theirs every time Orvane starts?"
+                  : "");
     const bool isError = flow->inputUrl().errorText().has_value();
     if (isError) pages += "!";
-    const std::string next = isError ? "Retry" : "Next";
-    EXPECT_EQ(flow->inputUrl().nextTitle() + flow->inputCredentials().nextTitle(), next + next);
+    EXPECT_EQ(flow->inputUrl().nextTitle() + flow->inputCredentials().nextTitle(), isError ? "RetryRetry" : "NextNext");
     return true;
   }
 

@@ -1,8 +1,6 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "Controllers/ChooseLocationViewController.h"
-#include "Controllers/ConnectOnStartConfirmationViewController.h"
 #include "Controllers/InputCredentialsViewController.h"
 #include "Controllers/InputUrlViewController.h"
 #include "Support/FakeTimer.h"
@@ -11,7 +9,6 @@
 namespace {
 
 using namespace std::chrono_literals;
-using testing::ElementsAre;
 
 TEST(WelcomePagesTest, ADomainInTheUserNameCountsAndOnlyChangesAreTold) {
   struct Observer : UPNFormatterObserver {
@@ -34,7 +31,6 @@ TEST(WelcomePagesTest, AnAddressIsAnsweredOnceAsItIs) {
   EXPECT_FALSE(page.isNextEnabled());
   page.onNextClick();
   page.setUrlToConnect(" any thing ");
-  EXPECT_TRUE(page.isNextEnabled());
   page.onNextClick(), page.onNextClick(), page.onCancelClick();
   page.setupWithURL("", [&](const auto&) { page.setupWithURL("anew", done); });
   page.onCancelClick(), page.onNextClick();
@@ -126,7 +122,7 @@ TEST(WelcomePagesTest, ALocationIsChosenOrTheTitleTurnsRedForASecond) {
   page.setupWithFarm(farm, chosen, true);
   EXPECT_TRUE(page.isSuccessHeaderVisible());
   EXPECT_EQ(page.cancelTitle(), "Skip");
-  EXPECT_THAT(page.locationNames(), ElementsAre("Home", "Lab", "Office"));
+  EXPECT_EQ(page.locationNames(), (std::vector<std::string>{"Home", "Lab", "Office"}));
   page.selectLocation(3);  // there is none
   page.onConnectClick();
   EXPECT_TRUE(isRedAfter(600ms));
@@ -145,18 +141,6 @@ TEST(WelcomePagesTest, ALocationIsChosenOrTheTitleTurnsRedForASecond) {
   farm->locations().clear();  // while the page is up
   page.onConnectClick(), page.onConnectClick();
   EXPECT_EQ(answers, "[none][Office]");
-}
-
-TEST(WelcomePagesTest, TheConfirmationIsAnsweredOnce) {
-  ConnectOnStartConfirmationViewController page;
-  std::string answers;
-  for (const bool isReset : {false, true}) {
-    page.setupConfirmationViewWithConnectionName("50%@", true, [&](bool box) { answers += box ? "+" : "-"; });
-    EXPECT_EQ(page.confirmationText(), "Connect to 50%@ every time Orvane starts?");
-    if (isReset) page.resetContent();
-    page.onDoneClick(), page.onDoneClick();
-  }
-  EXPECT_EQ(answers, "+");
 }
 
 }  // namespace
