@@ -105,10 +105,12 @@ bool OvBrokerClientController::establishConnnectionToFarm(Connect& connect) cons
 
   // Nothing that follows waits for the disk: the applications are fetched meanwhile, and whatever the delegate does on
   // the main thread comes behind this.
-  _mainQueue->post([manager = _farmManager, farm = connect.farm, location = connect.location, isConnected] {
-    farm->setPrefferedLocationName(isConnected ? location->name() : kEmptyPrefferedLocationName);
-    manager->save();
-  });
+  _mainQueue->post(
+      [manager = _farmManager, task = connect.task, farm = connect.farm, location = connect.location, isConnected] {
+        if (!task->isRunning()) return;
+        farm->setPrefferedLocationName(isConnected ? location->name() : kEmptyPrefferedLocationName);
+        manager->save();
+      });
   if (!isConnected && connect.error) connect.reportFailure(__func__);
   return isConnected;
 }
@@ -117,6 +119,8 @@ void OvBrokerClientController::setupFarmAfterConnect(const Connect& connect) con
   OvBrokerClient& client = *connect.client;
   client.setClientBitsPerPixel(32);
   client.getFarmProperties();
-  onMain([&, name = asText(client.getFarmName())] { connect.farm->setName(name); });
+  onMain([&, name = asText(client.getFarmName())] {
+    if (connect.isRunning()) connect.farm->setName(name);
+  });
   client.setRandomize(false);
 }

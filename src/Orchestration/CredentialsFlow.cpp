@@ -51,8 +51,12 @@ bool OvBrokerClientController::updateCredentialsForFarm(Connect& connect) const 
     credentials.setCredentialsAreValid(true);
   }
 
-  if (credentials != held.credentials) onMain([&] { farm.setCredentials(credentials); });
-  return true;
+  if (credentials == held.credentials) return true;
+  return onMain([&] {
+    if (!connect.isRunning()) return false;  // whoever cancelled may have put the farm back as it was
+    farm.setCredentials(credentials);
+    return true;
+  });
 }
 
 std::optional<OvCredentials> OvBrokerClientController::promptForCredentialsWithOldCredentials(
