@@ -150,8 +150,9 @@ TEST_F(DiModeTest, TellsWhatWasClicked) {
   for (const auto& row : cases) EXPECT_EQ(toldAtClick(whileConnected, row.path), row.loggedOut);
 
   // The menu may be rebuilt, and gone, while a click is told.
+  diMode->setupDiModeWithFarms({farm("Removed")}, nullptr, nullptr);
   onAct = [this] { diMode->setupDiModeWithFarms({}, nullptr, nullptr); };
-  EXPECT_EQ(toldAtClick(diMode->menu(), {0, 0}), "connect Home");
+  EXPECT_EQ(toldAtClick(diMode->menu(), {0, 0}), "connect Removed");
   onAct = [this] { diMode.reset(); };
   EXPECT_EQ(toldAtClick(diMode->menu(), {1}), "expanded");
   onLogoutDone(true, true);
