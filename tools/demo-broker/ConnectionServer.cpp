@@ -13,7 +13,6 @@
 namespace orvane::demo {
 namespace {
 
-constexpr size_t kLargestRequest = 1 << 20;
 // The library matches paths by a regular expression that recurses for each character.
 constexpr size_t kLongestPath = 1024;
 
@@ -70,7 +69,8 @@ httplib::ContentProviderWithoutLength endlessBody(const std::shared_ptr<const st
 
 }  // namespace
 
-ConnectionServer::ConnectionServer(const std::string& ip, uint16_t port, TlsIdentity tls, AnswerFunction answer)
+ConnectionServer::ConnectionServer(const std::string& ip, uint16_t port, TlsIdentity tls, AnswerFunction answer,
+                                   size_t largestRequest)
     : tls_(std::move(tls)), answer_(std::move(answer)), listener_(listenOn(ip, port, port_)) {
   const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
     deliver(request, response);
@@ -78,13 +78,18 @@ ConnectionServer::ConnectionServer(const std::string& ip, uint16_t port, TlsIden
   const std::string anyPath = R"([\s\S]*)";
   Get(anyPath, handler);
   Post(anyPath, handler);
-  set_pre_routing_handler([](const httplib::Request& request, httplib::Response& response) {
-    if (request.path.size() <= kLongestPath) return HandlerResponse::Unhandled;
-    response.status = 414;
-    currentStream->takeNoMoreRequests();
+  set_pre_routing_handler([handler](const httplib::Request& request, httplib::Response& response) {
+    if (request.path.size() > kLongestPath) {
+      response.status = 414;
+      currentStream->takeNoMoreRequests();
+    } else if (request.method == "CONNECT") {  // for which the library has no routes
+      handler(request, response);
+    } else {
+      return HandlerResponse::Unhandled;
+    }
     return HandlerResponse::Handled;
   });
-  set_payload_max_length(kLargestRequest);
+  set_payload_max_length(largestRequest);
   // The library takes a server without a socket for one that is shutting down, and sends no bodies.
   svr_sock_ = listener_;
   acceptor_ = std::thread([this] { acceptConnections(); });
@@ -149,7 +154,7 @@ void ConnectionServer::deliver(const httplib::Request& request, httplib::Respons
       response.set_chunked_content_provider(answer.contentType, endlessBody(answer.body));
       break;
     case Answer::Delivery::kCut:
-      response.set_content_provider(answer.body->size(), answer.contentType,
+      response.set_content_provider(answer.announcedSize.value_or(answer.body->size()), answer.contentType,
                                     cutBody(answer.body, std::min(answer.cutBehind, answer.body->size())));
       break;
     default:

@@ -5,6 +5,7 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <thread>
 
@@ -25,7 +26,8 @@ struct Answer {
   std::string location;                     ///< the header of this name, if it isn't empty
   std::shared_ptr<const std::string> body;  ///< null: none
   Delivery delivery = Delivery::kWhole;
-  size_t cutBehind = 0;  ///< bytes of the body, for kCut
+  size_t cutBehind = 0;                   ///< bytes of the body, for kCut
+  std::optional<size_t> announcedSize{};  ///< for kCut: the body's size as the head tells it, if not the true one
 };
 
 /// HTTP/1.1 over sockets of this machine alone: a thread for each connection, kept alive, and a prompt end.
@@ -34,12 +36,13 @@ struct Answer {
 /// itself and a stop has to reach a thread that waits.
 class ConnectionServer : private httplib::Server {
  public:
-  /// Makes the answer to a GET, HEAD or POST, on the connection's thread. May wait on `stream`.
+  /// Makes the answer to a GET, HEAD, POST or CONNECT, on the connection's thread. May wait on `stream`.
   using AnswerFunction = std::function<Answer(const httplib::Request&, const ConnectionStream& stream)>;
 
   /// Listens on `ip`, one of 127.0.0.0/8, when it returns; `port` 0 takes any free one. `tls` without a context: plain
-  /// HTTP. Throws std::runtime_error if the port can't be had.
-  ConnectionServer(const std::string& ip, uint16_t port, TlsIdentity tls, AnswerFunction answer);
+  /// HTTP. A request's body has at most `largestRequest` bytes. Throws std::runtime_error if the port can't be had.
+  ConnectionServer(const std::string& ip, uint16_t port, TlsIdentity tls, AnswerFunction answer,
+                   size_t largestRequest = 1 << 20);
   ~ConnectionServer() override;
 
   uint16_t port() const { return port_; }

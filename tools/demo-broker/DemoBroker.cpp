@@ -158,6 +158,7 @@ Answer DemoBroker::State::regularAnswer(const httplib::Request& request, const s
     answer.body = conversation.brokerInfo();
     return answer;
   }
+  if (request.method == "CONNECT") return withBody("This is no proxy.\n", "text/plain", 400);
   std::optional<ServedFile> file = conversation.file(place.file);
   if (!file) return withBody("There is no such file.\n", "text/plain", 404);
   if (file->fillIn) {

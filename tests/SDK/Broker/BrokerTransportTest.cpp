@@ -33,7 +33,7 @@ TEST_F(BrokerTransportTest, TheServerListIsSplitAtCommasAndNothingElse) {
 TEST_F(BrokerTransportTest, EachEntryIsTriedOnceAndInOrder) {
   broker_.configure(client_, "a,b,a");
   broker_.answerWith("a:authenticate", {.status = 500});
-  broker_.answerWith("b:authenticate", {.body = std::string(1000, 'x'), .cutAfter = 500});
+  broker_.answerWith("b:authenticate", {.body = std::string(1000, 'x'), .delivery = HttpTestServer::Delivery::kCut});
   EXPECT_EQ(errorOf([&] { client_.authenticate(); }), kNoServers);
   EXPECT_THAT(broker_.messages(), ElementsAre("a:authenticate", "b:authenticate"));
 }
@@ -86,9 +86,9 @@ TEST_F(BrokerTransportTest, ARequestIsOneLineOfXmlUnderTheClientsHeaders) {
   client_.getFarmProperties();  // before anything is known, the single-byte form is spoken
   EXPECT_EQ(broker_.lastBody(), "<getfarmproperties-req><cookie>c1</cookie></getfarmproperties-req>");
   EXPECT_EQ(client_.getFarmName(), "M\xC3\x83\xC2\xBCnchen");
-  const auto headers = broker_.server().requests().back().headers;
-  EXPECT_EQ(headers.at("user-agent"), "OvClient");
-  EXPECT_EQ(headers.at("content-type"), "text/xml");
+  const auto request = broker_.server().requests().back();
+  EXPECT_EQ(request.get_header_value("User-Agent"), "OvClient");
+  EXPECT_EQ(request.get_header_value("Content-Type"), "text/xml");
 
   broker_.configure(client_);
   client_.getBrokerInfo();

@@ -62,7 +62,8 @@ TEST_F(SessionExchangesTest, WithTheLogInFallsWhatTheBrokerSaidItCanDo) {
 
 TEST_F(SessionExchangesTest, AFailedSendLooksForAnotherServer) {
   broker_.configure(client_, "a,b");
-  broker_.answerWith("a:getfarmproperties", {.body = std::string(1000, 'x'), .cutAfter = 500});
+  broker_.answerWith("a:getfarmproperties",
+                     {.body = std::string(1000, 'x'), .delivery = HttpTestServer::Delivery::kCut});
   broker_.answer("a:authenticate", "<authenticate-rsp><cookie>c</cookie></authenticate-rsp>");
   broker_.answer("a:authenticate", "");
   broker_.answer("b:getfarmproperties", "<getfarmproperties-rsp><farmname>F</farmname></getfarmproperties-rsp>");

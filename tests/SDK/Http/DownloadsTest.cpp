@@ -17,8 +17,9 @@ using testing::EndsWith;
 const std::string kBody("the\0body\r\n", 10);
 
 Answer site(const Request& request) {
-  if (request.target == "/moved") return {.status = 301, .body = "moved", .headers = {{"Location", "/file?q=1"}}};
-  if (request.target == "/cut") return {.body = std::string(100'000, 'x'), .cutAfter = 50'000};
+  if (request.target == "/moved") return {.status = 301, .body = "moved", .location = "/file?q=1"};
+  if (request.target == "/cut")
+    return {.body = std::string(100'000, 'x'), .delivery = HttpTestServer::Delivery::kCut, .cutBehind = 50'000};
   if (request.target == "/empty") return {};
   if (request.target == "/file?q=1") return {.body = kBody};
   return {.status = 404, .body = "error page"};
@@ -46,7 +47,7 @@ TEST_F(DownloadsTest, AFileHasTheBodyAndItsOwnerAlone) {
   ASSERT_TRUE(ovutils_download_url(server_.url("/file?q=1").c_str(), path_.c_str()));
   EXPECT_EQ(contentOf(path_), kBody);
   EXPECT_EQ(modeOf(path_), 0600u);
-  EXPECT_EQ(server_.requests().at(0).headers.at("user-agent"), "OVTSC");
+  EXPECT_EQ(server_.requests().at(0).get_header_value("User-Agent"), "OVTSC");
   EXPECT_EQ(contentOf(log_), "");
 }
 
@@ -93,7 +94,7 @@ TEST_F(DownloadsTest, ABufferHasTheBody) {
     EXPECT_EQ(std::string(static_cast<const char*>(buffer), size), body);
     free(buffer);
   }
-  EXPECT_EQ(server_.requests().at(0).headers.at("user-agent"), "OvClient");
+  EXPECT_EQ(server_.requests().at(0).get_header_value("User-Agent"), "OvClient");
 }
 
 TEST_F(DownloadsTest, TheOtherVariantTakesWhateverIsAnswered) {

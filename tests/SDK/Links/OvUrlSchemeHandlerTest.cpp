@@ -25,7 +25,8 @@ TEST(OvUrlSchemeHandler, ReportsItsDescription) {
 
   const auto requests = server.requests();
   ASSERT_EQ(requests.size(), 2u);
-  EXPECT_EQ(requests[0].method + requests[0].target + requests[0].headers.at("content-type"), "POST/detecttext/xml");
+  EXPECT_EQ(requests[0].method + requests[0].target + requests[0].get_header_value("Content-Type"),
+            "POST/detecttext/xml");
   EXPECT_EQ(requests[0].body,
             "<connectorinfo><protocolversion>1</protocolversion><browsertype></browsertype><launchtype></launchtype>"
             "<connectorostype></connectorostype><connectorversion></connectorversion><devicename></devicename>"
