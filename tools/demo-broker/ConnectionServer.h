@@ -22,9 +22,9 @@ struct Answer {
   enum class Delivery { kWhole, kNone, kCut, kTrickle, kEndless };
 
   int status = 200;
-  std::string contentType;
-  std::string location;                     ///< the header of this name, if it isn't empty
-  std::shared_ptr<const std::string> body;  ///< null: none
+  std::string contentType{};
+  std::string location{};                     ///< the header of this name, if it isn't empty
+  std::shared_ptr<const std::string> body{};  ///< null: none
   Delivery delivery = Delivery::kWhole;
   size_t cutBehind = 0;                   ///< bytes of the body, for kCut
   std::optional<size_t> announcedSize{};  ///< for kCut: the body's size as the head tells it, if not the true one
