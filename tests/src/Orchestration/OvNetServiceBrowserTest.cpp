@@ -82,32 +82,31 @@ TEST(OvNetServiceBrowserTest, TheNamesOfADomainComeBestFirst) {
   }
 }
 
-TEST(OvNetServiceBrowserTest, AServerThatDoesNotAnswerGivesItsTurnToTheNext) {
+TEST(OvNetServiceBrowserTest, AServerThatFailsGivesItsTurnToTheNextAndTheLastOnesReasonIsLogged) {
   const DnsServerOfTest server(zone());
   SilentDnsServer dead, refusing;
   refusing.refuse();
-  OvNetServiceBrowser browser(4s, refusing.address() + "," + dead.address() + "," + server.address());
-  EXPECT_EQ(search(browser, service("dot.example.test")), Names{"dot.example.test"});
-}
-
-TEST(OvNetServiceBrowserTest, ASearchThatFailsFindsNothingAndLogsWhy) {
-  const DnsServerOfTest server(zone());
-  SilentDnsServer dead, refusing;
-  refusing.refuse();
+  const auto failure = [](int code) {
+    return ": ServiceQueryRecordCallback failed with code: [" + std::to_string(code) + "]\n";
+  };
   const struct {
     std::chrono::milliseconds deadline;
-    std::string server;
-    int code;
-  } cases[] = {{kLong, server.address(), 4}, {kLong, refusing.address(), 11}, {50ms, dead.address(), 12}};
-  for (const auto& [deadline, address, code] : cases) {
+    std::string servers, domain;
+    Names names;
+    std::string log;
+  } cases[] = {
+      {kLong, server.address(), "unknown", {}, failure(4)},
+      {kLong, refusing.address(), "dot", {}, failure(11)},
+      {50ms, dead.address(), "dot", {}, failure(12)},
+      {4s, refusing.address() + "," + dead.address() + "," + server.address(), "dot", {"dot.example.test"}, ""}};
+  for (const auto& [deadline, servers, domain, names, logged] : cases) {
     const TemporaryFolder folder;
     OvSetLogFile(folder.file("log").c_str());
-    OvNetServiceBrowser browser(deadline, address);
+    OvNetServiceBrowser browser(deadline, servers);
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(search(browser, service("unknown.example.test")), Names{});
+    EXPECT_EQ(search(browser, service(domain + ".example.test")), names);
     EXPECT_LT(std::chrono::steady_clock::now() - start, kLong / 2);
-    EXPECT_THAT(contentOf(folder.file("log")),
-                EndsWith(": ServiceQueryRecordCallback failed with code: [" + std::to_string(code) + "]\n"));
+    EXPECT_THAT(contentOf(folder.file("log")), EndsWith(logged));
   }
 }
 

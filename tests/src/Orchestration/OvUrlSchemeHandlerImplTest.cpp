@@ -1,6 +1,11 @@
+#include <cstdlib>
+#include <ctime>
+
+#include "DeviceOfTest.h"
 #include "FlowFixture.h"
 #include "Links/OvUrlScheme.h"
 #include "Orchestration/OvUrlSchemeHandlerImpl.h"
+#include "OrvaneCommon/OvUVersions.h"
 #include "Support/OvWriteLog.h"
 
 namespace {
@@ -17,13 +22,14 @@ TEST(OvUrlSchemeHandlerImplTest, KnowsThisClientAndPassesOnlyAutodetectLinksOn) 
   fixture.mainQueue->pump();  // what the controller's start has posted
   OvSetLogFile(fixture.home.file("log").c_str());
   OvSetLogLevel(4);
+  setenv("TZ", "CCC3:30", 1);
+  tzset();
   RecordingDelegate delegate;
   OvUrlSchemeHandlerImpl handler(*fixture.manager, delegate);
-  const OvConnectorInfo info = OvBrokerClientController::makeConnectorInfo();
-  EXPECT_EQ(handler.getLaunchType() + handler.getConnectorOSType() + handler.getConnectorVersion(),
-            info.getLaunchType() + info.getConnectorOSType() + info.getConnectorVersion());
-  EXPECT_EQ(handler.getDeviceName() + handler.getDeviceIP() + handler.getDeviceTimeZoneOffset(),
-            info.getDeviceName() + info.getDeviceIP() + info.getDeviceTimeZoneOffset());
+  EXPECT_THAT((std::vector{handler.getLaunchType(), handler.getConnectorOSType(), handler.getConnectorVersion(),
+                           handler.getDeviceName(), handler.getDeviceIP(), handler.getDeviceTimeZoneOffset()}),
+              testing::ElementsAre("Native", "Mac", OvU_GetConnectorVesrion(), deviceName(),
+                                   testing::MatchesRegex(kAddress), "-210"));
   OvUrlScheme scheme(&handler);
   for (const char* link :
        {"orvane://loadconfig/?configurl=aHR0cDovL3g&connect=1&farmguid=G", "orvane://connectfarm/?farmguid=G",
