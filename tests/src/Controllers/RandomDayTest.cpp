@@ -101,7 +101,14 @@ class RandomDay : public ProgramFixture {
     check(!isFree || window().isConnectionsItemEnabled(), "no way to the connections");
     check(!isFree || window().mainMenu().validateMenuItem(Item::kToggleSidePanel), "no way to the side panel");
     check(!isFree || window().mainMenu().validateMenuItem(Item::kLogout) == isConnected, "the menu's log-out is wrong");
-    check(desktop->attachedSheet().has_value() == false || !diMode, "a sheet on a hidden window");
+    check(!desktop->attachedSheet() || !diMode, "a sheet on a hidden window");
+    const bool fillsWindow = window().welcomePlacement() == MainWindowController::WelcomePlacement::kWholeWindow;
+    if (!diMode && (desktop->attachedSheet() || window().isTutorialShown() || fillsWindow)) {
+      for (const Item item : {Item::kToggleSidePanel, Item::kDiMode, Item::kLogout, Item::kRefresh}) {
+        check(!window().mainMenu().validateMenuItem(item), "a menu item beside a surface that has the window");
+      }
+    }
+    check(window().isToolbarVisible() != fillsWindow, "the toolbar and the welcome flow disagree");
 
     if (window().connectionSettings().editedFarm() == nullptr) {
       const auto& farms = farmManager().farms();
