@@ -363,6 +363,37 @@ TEST_F(MainWindowTest, TheModesKeepTheConnection) {
   EXPECT_EQ(acts(), "deminiaturize main, show main");
 }
 
+TEST_F(MainWindowTest, AQuestionThatNobodyWaitsForOrAnotherReplacesIsCancelled) {
+  startWithTwo();
+  connect(0);
+  window().mainMenu().onDiModeClick();
+  mainQueue->pump();
+  acts();
+  window().diMode()->onLogoutClick();
+  window().diMode()->onFarmClick(farm(1));
+  EXPECT_EQ(acts(), "session confirmation, end session confirmation, hide confirmation, session location");
+  window().confirmWindow().onOkClick();  // too late
+  EXPECT_EQ(window().currentFarm(), farm(0));
+  window().chooseLocation().onCancelClick();
+
+  window().diMode()->onFarmClick(farm(0));
+  askForCredentials();
+  EXPECT_TRUE(desktop->isShown(Window::kCredentials));
+  window().diMode()->onCancelConnectClick();
+  EXPECT_THAT(answers, ElementsAre("none"));
+  EXPECT_FALSE(desktop->isShown(Window::kCredentials));
+}
+
+TEST_F(MainWindowTest, ABadLinkLeavesTheSidePanelCovered) {
+  startWithTwo();
+  window().onConnectionsButtonClick();
+  app->handleGetURLEvent("orvane://nonsense");
+  mainQueue->pump();
+  EXPECT_EQ(alerts.size(), 1U);
+  EXPECT_TRUE(window().isSidePanelOpen());
+  EXPECT_EQ(window().cover(), Cover::kGrey);
+}
+
 TEST_F(MainWindowTest, TheEditorEndsByItsState) {
   const struct {
     int state;
