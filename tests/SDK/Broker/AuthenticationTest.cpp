@@ -21,20 +21,15 @@ std::string withoutPassword(const std::string& body) {
   return std::regex_replace(body, std::regex("[0-9A-F]{512}"), "*");
 }
 
-class AuthenticationTest : public testing::Test {
+class AuthenticationTest : public ScriptedBrokerTest {
  protected:
-  AuthenticationTest() { broker_.configure(client_); }
-
   // Logs in anew with an answer that holds these elements.
   void logIn(const std::string& elements) {
     ScriptedBroker broker;
     broker.configure(client_);
-    broker.answer("authenticate", "<authenticate-rsp><cookie>c</cookie>" + elements + "</authenticate-rsp>");
+    broker.respond("authenticate", "<cookie>c</cookie>" + elements);
     client_.authenticate();
   }
-
-  ScriptedBroker broker_;
-  OvBrokerClient client_;
 };
 
 TEST_F(AuthenticationTest, TheRequestHoldsAllFieldsInTheirOrder) {
@@ -95,18 +90,17 @@ TEST_F(AuthenticationTest, ALoggedInClientSendsNothingAndACookielessOneAsksAgain
 
   ScriptedBroker cookieless;
   cookieless.configure(client_);
-  cookieless.answer("authenticate", "<authenticate-rsp><cookie/></authenticate-rsp>");
+  cookieless.respond("authenticate", "<cookie/>");
   client_.authenticate();
   client_.authenticate();
   EXPECT_EQ(cookieless.messages().size(), 2u);
 }
 
 TEST_F(AuthenticationTest, ARefusedLogInStillAppliesWhatItBrought) {
-  broker_.answer(
-      "authenticate",
-      "<authenticate-rsp><errorcode>1326</errorcode><errortext>Nein f\xFCr alle</errortext><cookie>c</cookie>"
-      "<redirectdrives>1</redirectdrives><capabilities>4</capabilities></authenticate-rsp>");
-  broker_.answer("authenticate", "<authenticate-rsp><cookie>c</cookie><capabilities/></authenticate-rsp>");
+  broker_.respond("authenticate",
+                  "<errorcode>1326</errorcode><errortext>Nein f\xFCr alle</errortext><cookie>c</cookie>"
+                  "<redirectdrives>1</redirectdrives><capabilities>4</capabilities>");
+  broker_.respond("authenticate", "<cookie>c</cookie><capabilities/>");
   client_.setPassword("\xC3\xA4");
   // The text was read before the capabilities were.
   EXPECT_EQ(errorOf([&] { client_.authenticate(); }), "1326 Nein f\xC3\xBCr alle");
@@ -137,7 +131,7 @@ TEST_F(AuthenticationTest, AudioModesAreTranslatedAndFixed) {
     client.setAudioRedirectionMode(7);
     ScriptedBroker broker;
     broker.configure(client);
-    broker.answer("authenticate", std::string("<authenticate-rsp>") + row.element + "</authenticate-rsp>");
+    broker.respond("authenticate", row.element);
     client.authenticate();
     EXPECT_EQ(client.getAudioRedirectionMode(), row.mode) << row.element;
     EXPECT_EQ(client.getAudioRedirectionModePolicy(), row.fixed) << row.element;

@@ -4,22 +4,17 @@ namespace {
 
 std::string text(const char* value) { return value ? value : "(null)"; }
 
-class LaunchExchangeTest : public testing::Test {
+class LaunchExchangeTest : public ScriptedBrokerTest {
  protected:
-  LaunchExchangeTest() { broker_.configure(client_); }
-
   std::unique_ptr<OvSettings> launch(const std::string& elements) {
     ScriptedBroker broker;
     broker.configure(client_);
-    broker.answer("launchapplication", "<launchapplication-rsp>" + elements + "</launchapplication-rsp>");
+    broker.respond("launchapplication", elements);
     auto record = client_.launchApplication("calc & co");
     EXPECT_EQ(broker.lastBody(),
               "<launchapplication-req><cookie>c1</cookie><appname>calc &amp; co</appname></launchapplication-req>");
     return record;
   }
-
-  ScriptedBroker broker_;
-  OvBrokerClient client_;
 };
 
 TEST_F(LaunchExchangeTest, TheAnswerGoesIntoTheRecord) {
@@ -165,8 +160,7 @@ TEST_F(LaunchExchangeTest, TheClientsSettingsGoIntoTheRecord) {
 }
 
 TEST_F(LaunchExchangeTest, ARefusalMakesNoRecord) {
-  broker_.answer("launchapplication",
-                 "<launchapplication-rsp><errorcode>2</errorcode><errortext>gone</errortext></launchapplication-rsp>");
+  broker_.respond("launchapplication", "<errorcode>2</errorcode><errortext>gone</errortext>");
   EXPECT_EQ(errorOf([&] { client_.launchApplication("x"); }), "2 gone");
 }
 

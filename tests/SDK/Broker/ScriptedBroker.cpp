@@ -25,6 +25,11 @@ void ScriptedBroker::answerWith(const std::string& key, Answer answer) {
   script_[key].push_back(std::move(answer));
 }
 
+void ScriptedBroker::respond(const std::string& key, const std::string& elements) {
+  const std::string root = key.substr(key.find(':') + 1) + "-rsp>";
+  answer(key, "<" + root + elements + "</" + root);
+}
+
 ScriptedBroker::Answer ScriptedBroker::answerTo(const HttpTestServer::Request& request) {
   const std::string message = messageOf(request);
   const std::string unaddressed = message.substr(message.find(':') + 1);

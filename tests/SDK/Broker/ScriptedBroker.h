@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "Broker/OvBrokerClient.h"
 #include "Support/HttpTestServer.h"
 
@@ -21,6 +23,8 @@ class ScriptedBroker {
 
   void answer(const std::string& key, const std::string& body) { answerWith(key, {.body = body}); }
   void answerWith(const std::string& key, Answer answer);
+  /// The message's own document, with these elements.
+  void respond(const std::string& key, const std::string& elements = "");
 
   /// The messages that came in so far, in order: "a:authenticate", or "authenticate" for the entry without a path.
   std::vector<std::string> messages() const;
@@ -38,6 +42,14 @@ class ScriptedBroker {
   std::map<std::string, std::deque<Answer>> script_;
   const bool tls_;
   HttpTestServer server_;
+};
+
+class ScriptedBrokerTest : public testing::Test {
+ protected:
+  ScriptedBrokerTest() { broker_.configure(client_); }
+
+  ScriptedBroker broker_;
+  OvBrokerClient client_;
 };
 
 /// The code and text with which `operation` throws an OvException, as "13 The data is invalid."; "none" if it doesn't.

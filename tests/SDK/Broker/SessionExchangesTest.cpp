@@ -14,17 +14,7 @@ namespace {
 
 const std::string kExpired = "<errorcode>1244</errorcode><errortext>log in</errortext>";
 
-class SessionExchangesTest : public testing::Test {
- protected:
-  SessionExchangesTest() { broker_.configure(client_); }
-
-  void answer(const std::string& message, const std::string& elements) {
-    broker_.answer(message, "<" + message + "-rsp>" + elements + "</" + message + "-rsp>");
-  }
-
-  ScriptedBroker broker_;
-  OvBrokerClient client_;
-};
+class SessionExchangesTest : public ScriptedBrokerTest {};
 
 // Each exchange, by its message.
 const std::pair<const char*, void (*)(OvBrokerClient&)> kExchanges[] = {
@@ -39,11 +29,11 @@ TEST_F(SessionExchangesTest, AnExpiredCookieIsReplacedUnseen) {
   for (const auto& [message, exchange] : kExchanges) {
     ScriptedBroker broker;
     broker.configure(client_);
-    broker.answer("authenticate", "<authenticate-rsp><cookie>c1</cookie></authenticate-rsp>");
-    broker.answer("authenticate", "<authenticate-rsp><cookie>c2</cookie></authenticate-rsp>");
+    broker.respond("authenticate", "<cookie>c1</cookie>");
+    broker.respond("authenticate", "<cookie>c2</cookie>");
     const std::string name = message;
-    broker.answer(name, "<" + name + "-rsp>" + kExpired + "</" + name + "-rsp>");
-    broker.answer(name, "<" + name + "-rsp/>");
+    broker.respond(name, kExpired);
+    broker.respond(name);
     EXPECT_EQ(errorOf([&] { exchange(client_); }), "none") << name;
     EXPECT_THAT(broker.messages(), ElementsAre("authenticate", name, "authenticate", name));
     EXPECT_THAT(broker.lastBody(), testing::StartsWith("<" + name + "-req><cookie>c2</cookie>"));
@@ -52,8 +42,8 @@ TEST_F(SessionExchangesTest, AnExpiredCookieIsReplacedUnseen) {
 
 TEST_F(SessionExchangesTest, WithTheLogInFallsWhatTheBrokerSaidItCanDo) {
   broker_.answer("brokerinfo", "<brokerinfo><capabilities>4</capabilities></brokerinfo>");
-  answer("getfarmproperties", kExpired);
-  answer("getfarmproperties", "");
+  broker_.respond("getfarmproperties", kExpired);
+  broker_.respond("getfarmproperties");
   client_.getBrokerInfo();
   client_.getFarmProperties();
   EXPECT_THAT(broker_.server().requests().at(2).body, testing::StartsWith("<?xml "));
@@ -64,9 +54,9 @@ TEST_F(SessionExchangesTest, AFailedSendLooksForAnotherServer) {
   broker_.configure(client_, "a,b");
   broker_.answerWith("a:getfarmproperties",
                      {.body = std::string(1000, 'x'), .delivery = HttpTestServer::Delivery::kCut});
-  broker_.answer("a:authenticate", "<authenticate-rsp><cookie>c</cookie></authenticate-rsp>");
+  broker_.respond("a:authenticate", "<cookie>c</cookie>");
   broker_.answer("a:authenticate", "");
-  broker_.answer("b:getfarmproperties", "<getfarmproperties-rsp><farmname>F</farmname></getfarmproperties-rsp>");
+  broker_.respond("b:getfarmproperties", "<farmname>F</farmname>");
   client_.getFarmProperties();
   EXPECT_EQ(client_.getFarmName(), "F");
   EXPECT_THAT(broker_.messages(), ElementsAre("a:authenticate", "a:getfarmproperties", "a:authenticate",
@@ -78,7 +68,7 @@ TEST_F(SessionExchangesTest, ErrorsOfTheBrokerAndWrongAnswersEndTheExchange) {
     const std::string name = message;
     ScriptedBroker broker;
     broker.configure(client_);
-    broker.answer(name, "<" + name + "-rsp><errorcode>42</errorcode></" + name + "-rsp>");
+    broker.respond(name, "<errorcode>42</errorcode>");
     broker.answer(name, "<other-rsp/>");
     broker.answer(name, "");
     EXPECT_EQ(errorOf([&] { exchange(client_); }), "42 ") << name;
@@ -93,7 +83,7 @@ TEST_F(SessionExchangesTest, RequestsAndAnswersAreLoggedAtLevel5WithTheirOperati
   client_.setLogFile(folder.file("log"));
   client_.setPassword("open sesame");
   for (const auto& [message, exchange] : kExchanges) {
-    answer(message, "");
+    broker_.respond(message);
     exchange(client_);
   }
   client_.setLogFile("");
@@ -120,8 +110,8 @@ TEST_F(SessionExchangesTest, RequestsAndAnswersAreLoggedAtLevel5WithTheirOperati
 TEST_F(SessionExchangesTest, SeveralClientsWorkAtATimeAndShareNothing) {
   broker_.answer("a:brokerinfo", "<brokerinfo><capabilities>0</capabilities></brokerinfo>");
   broker_.answer("b:brokerinfo", "<brokerinfo><capabilities>4</capabilities></brokerinfo>");
-  answer("getfarmproperties", "<farmname>\xC3\xBC</farmname>");
-  answer("launchapplication", "");
+  broker_.respond("getfarmproperties", "<farmname>\xC3\xBC</farmname>");
+  broker_.respond("launchapplication");
   const struct {
     const char* broker;
     const char* locale;
@@ -149,23 +139,24 @@ TEST_F(SessionExchangesTest, SeveralClientsWorkAtATimeAndShareNothing) {
 }
 
 TEST_F(SessionExchangesTest, ABrokerThatNeverSettlesEndsAtTheBound) {
-  answer("getfarmproperties", kExpired);
+  broker_.respond("getfarmproperties", kExpired);
   EXPECT_EQ(errorOf([&] { client_.getFarmProperties(); }), "1244 log in");
   EXPECT_EQ(broker_.messages().size(), 2u * OvBrokerClient::kMaximumPasses);
 
-  answer("getsessionlist", kExpired);
+  broker_.respond("getsessionlist", kExpired);
   broker_.answerWith("getsessionlist", {.status = 500});
   EXPECT_THAT(errorOf([&] { client_.getSessionList(); }), testing::StartsWith("1311 "));
 }
 
 TEST_F(SessionExchangesTest, ApplicationsAreListedAsTheyCome) {
-  answer("getapplicationlist",
-         "<application><smallicon>0a&#0;b</smallicon><name>calc</name><shortcut>Rechner f\xFCr&#32;alle</shortcut>"
-         "<path>C:\\calc.exe</path><arguments>-x &quot;y&quot;</arguments><workingdir>C:\\</workingdir>"
-         "<foldername>Office\\Tools</foldername><largeicon>0A&amp;\xFC</largeicon><showcmd>3</showcmd>"
-         "<apptype>2</apptype><desktopshortcutlocation>1</desktopshortcutlocation></application>"
-         "<applications/><application/><application><name>calc</name><apptype/></application>"
-         "<application><name>cut");
+  broker_.respond(
+      "getapplicationlist",
+      "<application><smallicon>0a&#0;b</smallicon><name>calc</name><shortcut>Rechner f\xFCr&#32;alle</shortcut>"
+      "<path>C:\\calc.exe</path><arguments>-x &quot;y&quot;</arguments><workingdir>C:\\</workingdir>"
+      "<foldername>Office\\Tools</foldername><largeicon>0A&amp;\xFC</largeicon><showcmd>3</showcmd>"
+      "<apptype>2</apptype><desktopshortcutlocation>1</desktopshortcutlocation></application>"
+      "<applications/><application/><application><name>calc</name><apptype/></application>"
+      "<application><name>cut");
   const auto applications = client_.getApplicationList();
   ASSERT_EQ(applications.size(), 3u);
   const OvApplication& first = *applications.front();
@@ -188,13 +179,14 @@ TEST_F(SessionExchangesTest, ApplicationsAreListedAsTheyCome) {
 }
 
 TEST_F(SessionExchangesTest, SessionsAreReadFromTheirOwnElement) {
-  answer("getsessionlist",
-         "<domain>outside</domain><session><uname>u</uname><client>cl</client><server>s</server><compid>id</compid>"
-         "<type>1</type><product>2</product><usage>3</usage><sessionid>4</sessionid><sessionstate>5</sessionstate>"
-         "<os>os</os><sp>sp</sp><clientip>ip</clientip><connectortype>ct</connectortype>"
-         "<connectorversion>cv</connectorversion><devicetype>dt</devicetype><websitename>w</websitename>"
-         "<initialapp>app</initialapp><connectionstatus>6</connectionstatus><connectorlatency>7</connectorlatency>"
-         "<connectorbandwidth>8</connectorbandwidth></session><session><domain>D</domain></session>");
+  broker_.respond(
+      "getsessionlist",
+      "<domain>outside</domain><session><uname>u</uname><client>cl</client><server>s</server><compid>id</compid>"
+      "<type>1</type><product>2</product><usage>3</usage><sessionid>4</sessionid><sessionstate>5</sessionstate>"
+      "<os>os</os><sp>sp</sp><clientip>ip</clientip><connectortype>ct</connectortype>"
+      "<connectorversion>cv</connectorversion><devicetype>dt</devicetype><websitename>w</websitename>"
+      "<initialapp>app</initialapp><connectionstatus>6</connectionstatus><connectorlatency>7</connectorlatency>"
+      "<connectorbandwidth>8</connectorbandwidth></session><session><domain>D</domain></session>");
   const auto sessions = client_.getSessionList();
   ASSERT_EQ(sessions.size(), 2u);
   const OvServerSession& s = *sessions.front();
@@ -212,11 +204,11 @@ TEST_F(SessionExchangesTest, SessionsAreReadFromTheirOwnElement) {
 }
 
 TEST_F(SessionExchangesTest, EmptyListsAreAnswersAndAMissingFarmNameChangesNothing) {
-  answer("getapplicationlist", "");
-  answer("getsessionlist", "");
-  answer("getfarmproperties", "<farmname>Farm</farmname>");
-  answer("getfarmproperties", "");
-  answer("getfarmproperties", "<farmname/>");
+  broker_.respond("getapplicationlist");
+  broker_.respond("getsessionlist");
+  broker_.respond("getfarmproperties", "<farmname>Farm</farmname>");
+  broker_.respond("getfarmproperties");
+  broker_.respond("getfarmproperties", "<farmname/>");
   EXPECT_TRUE(client_.getApplicationList().empty());
   EXPECT_TRUE(client_.getSessionList().empty());
   client_.getFarmProperties();
@@ -228,9 +220,9 @@ TEST_F(SessionExchangesTest, EmptyListsAreAnswersAndAMissingFarmNameChangesNothi
 
 TEST_F(SessionExchangesTest, ConnectorInformationNeedsALogInOnlyIfTheBrokerSaysSo) {
   broker_.answer("brokerinfo", "<brokerinfo><capabilities>1</capabilities></brokerinfo>");
-  answer("getconnectorinfo", "");
-  answer("getconnectorinfo", kExpired);
-  answer("getconnectorinfo", "<config-status>2</config-status>");
+  broker_.respond("getconnectorinfo");
+  broker_.respond("getconnectorinfo", kExpired);
+  broker_.respond("getconnectorinfo", "<config-status>2</config-status>");
   client_.getBrokerInfo();
   EXPECT_EQ(client_.getConnectorInfo({})->getConfigStatus(), 0);
   EXPECT_THAT(broker_.lastBody(), HasSubstr("<getconnectorinfo-req><cookie></cookie><connectorinfo>"));
@@ -242,11 +234,11 @@ TEST_F(SessionExchangesTest, ConnectorInformationNeedsALogInOnlyIfTheBrokerSaysS
 TEST_F(SessionExchangesTest, ConnectorInformationTellsAllAndReadsAll) {
   broker_.configure(client_, "gw");
   client_.setConnectorType("Type");
-  answer("getconnectorinfo",
-         "<config-status>3</config-status><config-path>x.xml</config-path><config-guid>g</config-guid>"
-         "<config-timestamp>t</config-timestamp><connector-status>2</connector-status>"
-         "<connector-options>1</connector-options><connector-min-version>9.9</connector-min-version>"
-         "<connector-install-location>http://other/setup</connector-install-location>");
+  broker_.respond("getconnectorinfo",
+                  "<config-status>3</config-status><config-path>x.xml</config-path><config-guid>g</config-guid>"
+                  "<config-timestamp>t</config-timestamp><connector-status>2</connector-status>"
+                  "<connector-options>1</connector-options><connector-min-version>9.9</connector-min-version>"
+                  "<connector-install-location>http://other/setup</connector-install-location>");
   OvConnectorInfo info;
   info.setLaunchType("L");
   info.setConnectorOSType("O");
