@@ -323,6 +323,35 @@ TEST_F(MainWindowTest, LoggingOut) {
   }
 }
 
+TEST_F(MainWindowTest, LoggingOutGoesStepByStep) {
+  startWithTwo();
+  connect(0);
+  std::vector<std::string> steps;
+  const auto step = [&](const std::string& name) {
+    if (steps.empty() || steps.back() != name) steps.push_back(name);
+  };
+  struct SaveObserver : OvFarmManagerObserver {
+    explicit SaveObserver(std::function<void()> tell) : onSave(std::move(tell)) {}
+    void farmStateDidChange(FarmChange state, const std::shared_ptr<OvFarm>&) override {
+      if (state == FarmChange::kSaved) onSave();
+    }
+    std::function<void()> onSave;
+  };
+  farm(0)->credentials().setCredentialsAreValid(true);
+  window().mainMenu().onLogoutClick();
+  const auto observer = std::make_shared<SaveObserver>([&] {
+    step(std::string(desktop->attachedSheet() ? "saved before a sheet" : "saved") +
+         (farm(0)->credentials().credentialsAreValid() ? " valid" : ""));
+  });
+  farmManager().addFarmObserver(observer);
+  broker->onDisconnect = [&] { step("sessions"); };
+  window().connectionsList().setOnChange([&] { step("no row is marked"); });
+  window().applicationTable().setOnChange([&] { step("table"); });
+  window().setOnFocus([&](MainWindowFocus) { step("side panel"); });
+  window().confirmWindow().onOkClick();
+  EXPECT_THAT(steps, ElementsAre("saved", "sessions", "no row is marked", "table", "side panel"));
+}
+
 TEST_F(MainWindowTest, TheModesKeepTheConnection) {
   startWithTwo();
   connect(0);

@@ -43,6 +43,7 @@ class ScriptedOrchestration : public OvBrokerClientController {
 
   std::vector<std::shared_ptr<Flow>> flows;
   int disconnects = 0;
+  std::function<void()> onDisconnect = [] {};
 
   std::shared_ptr<PendingTask> connectToFarm(const std::shared_ptr<OvFarm>& farm,
                                              const std::shared_ptr<OvLocation>& location, Delegate delegate) override {
@@ -61,7 +62,10 @@ class ScriptedOrchestration : public OvBrokerClientController {
                                          LaunchCompletion completion) override {
     return add({Kind::kLaunch, farm, location, {}, std::move(completion)});
   }
-  void disconnectAllOpenedSessions() override { ++disconnects; }
+  void disconnectAllOpenedSessions() override {
+    ++disconnects;
+    onDisconnect();
+  }
 
  private:
   std::shared_ptr<PendingTask> add(Flow flow) {
