@@ -22,6 +22,11 @@ std::string contentOf(const std::filesystem::path& file) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+unsigned modeOf(const std::filesystem::path& file) {
+  const std::filesystem::file_status status = std::filesystem::status(file);
+  return std::filesystem::exists(status) ? static_cast<unsigned>(status.permissions()) : 0;
+}
+
 void writeFile(const std::filesystem::path& file, const std::string& content) {
   std::ofstream(file, std::ios::binary | std::ios::trunc) << content;
 }

@@ -21,4 +21,6 @@ class TemporaryFolder {
 
 /// All bytes of a file; empty if it can't be read.
 std::string contentOf(const std::filesystem::path& file);
+/// A file's permissions and special bits, as 0644; 0 if it doesn't exist.
+unsigned modeOf(const std::filesystem::path& file);
 void writeFile(const std::filesystem::path& file, const std::string& content);

@@ -176,9 +176,7 @@ TEST_F(LaunchFileSave, TheFileIsPrivateAndAFailureLeavesWhatWasThere) {
   writeFile(path_, "old");
   chmod(path_.c_str(), 0644);
   EXPECT_EQ(settings_.saveOvlFile(path_.c_str()), 1);
-  struct stat status {};
-  ASSERT_EQ(stat(path_.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777, 0600u);
+  EXPECT_EQ(modeOf(path_), 0600u);
   EXPECT_EQ(contentOf(path_).find("clear text"), std::string::npos);
 
   std::filesystem::create_directories(folder_.file("folder/inside"));

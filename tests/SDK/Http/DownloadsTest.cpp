@@ -1,7 +1,5 @@
 #include <cstdlib>
 
-#include <sys/stat.h>
-
 #include "Http/Downloads.h"
 #include "Support/HttpTestServer.h"
 #include "Support/OvWriteLog.h"
@@ -29,11 +27,6 @@ class DownloadsTest : public testing::Test {
  protected:
   DownloadsTest() { OvSetLogFile(log_.c_str()); }
   ~DownloadsTest() override { OvSetLogFile(""); }
-  mode_t modeOf(const std::string& path) const {
-    struct stat status {};
-    stat(path.c_str(), &status);
-    return status.st_mode & 07777;
-  }
 
   const TemporaryFolder folder_;
   const TemporaryFolder logFolder_;

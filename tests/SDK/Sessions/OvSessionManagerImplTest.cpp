@@ -3,13 +3,13 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include "Recorder.h"
 #include "Sessions/OvSessionManagerImpl.h"
 #include "Sessions/SocketAddress.h"
+#include "Support/ResourceLimit.h"
 #include "TestRegistry.h"
 
 namespace {
@@ -170,17 +170,11 @@ TEST_F(OvSessionManagerImplTest, APathThatIsInUseFailsTheOpeningAndStaysAsItIs) 
 }
 
 TEST_F(OvSessionManagerImplTest, ASegmentThatCannotHaveItsSizeFailsTheOpening) {
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit tooLittle{8192, before.rlim_max};
-  const auto oldHandler = signal(SIGXFSZ, SIG_IGN);
-  setrlimit(RLIMIT_FSIZE, &tooLittle);
+  const ResourceLimit tooLittle(RLIMIT_FSIZE, 8192);
   const std::string reason = " shared memory segment (errno=" + std::to_string(EFBIG) + ")";
   expectNotOpen("OvSessionManagerImpl: error reserving" + reason);
   EXPECT_THAT(registry_.logged(), testing::Contains("OvSessionManagerImpl: error truncating" + reason));
   EXPECT_FALSE(registry_.hasSegment());
-  setrlimit(RLIMIT_FSIZE, &before);
-  signal(SIGXFSZ, oldHandler);
 }
 
 TEST_F(OvSessionManagerImplTest, WhatBelongsToAnotherUserIsNotOpened) {

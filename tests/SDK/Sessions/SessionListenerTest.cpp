@@ -1,6 +1,5 @@
 #include <cstring>
 
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -8,6 +7,7 @@
 #include "Sessions/OvSessionManagerImpl.h"
 #include "Sessions/SocketAddress.h"
 #include "Support/FileDescriptor.h"
+#include "Support/ResourceLimit.h"
 #include "TestRegistry.h"
 
 namespace {
@@ -94,21 +94,17 @@ TEST_F(SessionListenerTest, UnknownCodesAndSessionsAndTextsWithoutEndAreIgnored)
 }
 
 TEST_F(SessionListenerTest, AShortageOfDescriptorsMakesTheProcessNeitherDeafNorHang) {
-  rlimit before{};
-  getrlimit(RLIMIT_NOFILE, &before);
-  const rlimit none{3, before.rlim_max};  // below those in use, and enough to poll as many
+  constexpr rlim_t kNone = 3;  // below those in use, and enough to poll as many
   for (int round = 0; round < 5; ++round) {
     const orvane::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    setrlimit(RLIMIT_NOFILE, &none);
+    const ResourceLimit none(RLIMIT_NOFILE, kNone);
     ASSERT_EQ(connect(socket.number(), address_.pointer(), address_.size()), 0);
     for (int turn = 0; turn < 5000; ++turn) std::this_thread::yield();  // so that the listener finds none
-    setrlimit(RLIMIT_NOFILE, &before);
   }
   sendEvent({SessionAdded, 1, {}, {}});
   EXPECT_EQ(recorder_.next(), "added 1");
-  setrlimit(RLIMIT_NOFILE, &none);
+  const ResourceLimit none(RLIMIT_NOFILE, kNone);
   manager_.reset();
-  setrlimit(RLIMIT_NOFILE, &before);
 }
 
 TEST_F(SessionListenerTest, WhatWasSentBeforeTheClosingIsStillHeard) {

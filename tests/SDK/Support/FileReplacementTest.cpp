@@ -1,11 +1,8 @@
-#include <csignal>
-
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "Support/FileReplacement.h"
+#include "Support/ResourceLimit.h"
 #include "Support/TemporaryFolder.h"
 
 using orvane::FileReplacement;
@@ -27,9 +24,7 @@ TEST(FileReplacement, TheNewFileHasExactlyTheBytesAndIsPrivate) {
   ASSERT_TRUE(replaceFile(path, "b\0c", 3));
 
   EXPECT_EQ(readFile(path), std::string("b\0c", 3));
-  struct stat status {};
-  ASSERT_EQ(stat(path.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777, 0600u);
+  EXPECT_EQ(modeOf(path), 0600u);
   EXPECT_EQ(filesIn(folder.path()), 1u);
 }
 
@@ -44,25 +39,15 @@ TEST(FileReplacement, ALinkIsReplacedAndItsTargetLeftAlone) {
   EXPECT_FALSE(std::filesystem::is_symlink(folder.file("link")));
 }
 
-// A file size limit stands in for a full disk: the write fails in the middle.
 TEST(FileReplacement, AFailedWriteLeavesWhatWasThereAndNothingBeside) {
   const TemporaryFolder folder;
   const std::string path = folder.file("a");
   writeFile(path, "old");
 
-  const pid_t child = fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
-    signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{4096, 4096};
-    setrlimit(RLIMIT_FSIZE, &limit);
-    const std::string large(100000, 'x');
-    _exit(replaceFile(path, large.data(), large.size()) ? 1 : 0);
+  {
+    const ResourceLimit full(RLIMIT_FSIZE, 4096);
+    EXPECT_FALSE(replaceFile(path, std::string(100000, 'x').data(), 100000));
   }
-  int status = 0;
-  waitpid(child, &status, 0);
-
-  EXPECT_EQ(status, 0);
   EXPECT_EQ(contentOf(path), "old");
   EXPECT_EQ(filesIn(folder.path()), 1u);
   EXPECT_FALSE(replaceFile(folder.file("missing/folder"), "x", 1));

@@ -1,12 +1,10 @@
-#include <csignal>
 #include <cstdio>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "Support/FileUtilities.h"
+#include "Support/ResourceLimit.h"
 #include "Support/TemporaryFolder.h"
 
 namespace {
@@ -30,9 +28,7 @@ TEST_F(FileUtilitiesTest, ACopyHasAllBytesOfAnySizeAndIsPrivate) {
     ASSERT_EQ(ovutils_copy_file(source_.c_str(), target_.c_str(), 0), 1);
     EXPECT_EQ(contentOf(target_), content);
   }
-  struct stat status {};
-  ASSERT_EQ(stat(target_.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777, 0600u);
+  EXPECT_EQ(modeOf(target_), 0600u);
   EXPECT_EQ(fileCount(), 2u);
 }
 
@@ -72,17 +68,10 @@ TEST_F(FileUtilitiesTest, ACopyThatFailsHalfwayLeavesNoTarget) {
 
   writeFile(source_, std::string(300000, 'x'));
   writeFile(target_, "old");
-  const pid_t child = fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
-    signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{100000, 100000};
-    setrlimit(RLIMIT_FSIZE, &limit);
-    _exit(ovutils_copy_file(source_.c_str(), target_.c_str(), 0));
+  {
+    const ResourceLimit full(RLIMIT_FSIZE, 100000);
+    EXPECT_EQ(ovutils_copy_file(source_.c_str(), target_.c_str(), 0), 0);
   }
-  int status = 0;
-  waitpid(child, &status, 0);
-  EXPECT_EQ(status, 0);
   EXPECT_EQ(fileCount(), 1u);
   EXPECT_TRUE(std::filesystem::exists(source_));
 }
@@ -100,10 +89,8 @@ TEST_F(FileUtilitiesTest, ATemporaryFileIsMadeAtOnceAndForItsOwnerOnly) {
   char second[L_tmpnam];
   ASSERT_EQ(ovutils_get_temp_filename(first), 1);
   ASSERT_EQ(ovutils_get_temp_filename(second), 1);
-  struct stat status {};
-  EXPECT_EQ(stat(first, &status), 0);
-  EXPECT_EQ(status.st_mode & 07777, 0600u);
-  EXPECT_EQ(status.st_size, 0);
+  EXPECT_EQ(modeOf(first), 0600u);
+  EXPECT_EQ(std::filesystem::file_size(first), 0u);
   EXPECT_STRNE(first, second);
   EXPECT_EQ(unlink(first) + unlink(second), 0);
 }

@@ -1,13 +1,12 @@
-#include <csignal>
 #include <random>
 #include <span>
 #include <sstream>
 
 #include <png.h>
-#include <sys/resource.h>
 
 #include "Support/IconStrings.h"
 #include "Support/OvWriteLog.h"
+#include "Support/ResourceLimit.h"
 #include "Support/TemporaryFolder.h"
 #include "Support/ico2png.h"
 
@@ -274,7 +273,6 @@ TEST_F(IcoToPngLogTest, ARefusalAndAPictureThatLibpngDoesNotTakeAreLogged) {
                                                  "libpng encountered a fatal error\nException occurred!\n$"));
 }
 
-// A file size limit stands in for a full disk: the write fails in the middle.
 TEST_F(IcoToPngLogTest, AFileHoldsWhatTheBufferHoldsOrWhatItHeldBefore) {
   struct Row {
     Saver* save;
@@ -284,18 +282,15 @@ TEST_F(IcoToPngLogTest, AFileHoldsWhatTheBufferHoldsOrWhatItHeldBefore) {
   const std::string large = icon_strings::make(randomPicture(64, 64), 32);
   const std::string path = folder_.file("icon");
   const std::string missing = folder_.file("missing/icon");
-  rlimit usual{};
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
-  const rlimit small{8192, usual.rlim_max};
-  const auto handler = signal(SIGXFSZ, SIG_IGN);
   for (const Row& row : {Row{ico2png_save_icon_string_to_ico_file, icoOf(string_), "error writing icon file\n"},
                          Row{ico2png_save_icon_string_to_png_file, pngOf(string_), "Exception occurred!\n"}}) {
     ASSERT_EQ(row.save(string_.c_str(), path.c_str()), 1);
     EXPECT_EQ(contentOf(path), std::string(row.bytes.begin(), row.bytes.end()));
 
-    setrlimit(RLIMIT_FSIZE, &small);
-    EXPECT_EQ(row.save(large.c_str(), path.c_str()), 0);
-    setrlimit(RLIMIT_FSIZE, &usual);
+    {
+      const ResourceLimit small(RLIMIT_FSIZE, 8192);
+      EXPECT_EQ(row.save(large.c_str(), path.c_str()), 0);
+    }
     EXPECT_THAT(messages(), testing::EndsWith(row.writeFault));
     EXPECT_EQ(row.save(string_.c_str(), missing.c_str()), 0);
     EXPECT_THAT(messages(), testing::EndsWith("error opening file " + missing + " for write access\n"));
@@ -303,7 +298,6 @@ TEST_F(IcoToPngLogTest, AFileHoldsWhatTheBufferHoldsOrWhatItHeldBefore) {
     EXPECT_EQ(row.save(string_.c_str(), nullptr), 0);
     EXPECT_EQ(contentOf(path), std::string(row.bytes.begin(), row.bytes.end()));
   }
-  signal(SIGXFSZ, handler);
 }
 
 }  // namespace

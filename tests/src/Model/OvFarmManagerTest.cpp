@@ -3,13 +3,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 
 #include "FarmStoreFixture.h"
 #include "Platform/KeyedArchive.h"
 #include "Support/ChildProcess.h"
 #include "Support/OvWriteLog.h"
+#include "Support/ResourceLimit.h"
 
 namespace {
 
@@ -115,9 +114,7 @@ TEST_F(OvFarmManagerTest, AStoreComesBackAsItWas) {
   manager_->addFarm(second);
   desktop_.save(*manager_);
 
-  struct stat status {};
-  ASSERT_EQ(stat(desktop_.file().c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777u, 0600u);
+  EXPECT_EQ(modeOf(desktop_.file()), 0600u);
   const auto loaded = desktop_.startAndLoad();
   EXPECT_THAT(namesOf(*loaded), ElementsAre("first", "zweite 🚢"));
   EXPECT_THAT(passwordsOf(*loaded), ElementsAre("secret", ""));
@@ -182,13 +179,10 @@ TEST_F(OvFarmManagerTest, AFailedSaveIsMadeUpForByTheNext) {
   manager_->addFarm(farmNamed("old"));
   manager_->save();
   manager_->addFarm(farmNamed("new"));
-  rlimit usual;
-  getrlimit(RLIMIT_FSIZE, &usual);
-  signal(SIGXFSZ, SIG_IGN);
-  const rlimit full = {100, usual.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &full);
-  manager_->save();
-  setrlimit(RLIMIT_FSIZE, &usual);
+  {
+    const ResourceLimit full(RLIMIT_FSIZE, 100);
+    manager_->save();
+  }
   EXPECT_THAT(namesOf(*desktop_.startAndLoad()), ElementsAre("old"));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(desktop_.folder.path()), {}), 1)
       << "nothing is left beside";

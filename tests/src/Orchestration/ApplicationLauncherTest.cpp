@@ -171,9 +171,7 @@ TEST_F(ApplicationLauncherTest, ALaunchFileFromOutsideIsLaunchedOrSaysWhyNot) {
     EXPECT_EQ(error, (OvError{9, orvane::localizedText(row.failure)}));
     EXPECT_EQ(contentOf(path), row.content);
     EXPECT_THAT(launchFiles(), ElementsAre("some.ovl"));
-    struct stat status {};
-    EXPECT_EQ(stat(path.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 07777, 0700u);
+    EXPECT_EQ(modeOf(path), 0700u);
   }
   OvError error;
   EXPECT_FALSE(launcher->launchAppWithOvlFile(folder.file("missing"), &error));

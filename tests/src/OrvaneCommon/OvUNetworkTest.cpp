@@ -1,10 +1,10 @@
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 
 #include "OrvaneCommon/OvUNetwork.h"
+#include "Support/ResourceLimit.h"
 namespace {
 
 TEST(OvUNetwork, AHostIsReachableByRoute) {
@@ -42,12 +42,10 @@ TEST(OvUNetwork, ALinkIsUpIfAnInterfaceBesidesLoopbackRunsWithAnAddress) {
 }
 
 TEST(OvUNetwork, AShortageOfSocketsIsNotRemembered) {
-  rlimit limit{};
-  getrlimit(RLIMIT_NOFILE, &limit);
-  const rlimit none{0, limit.rlim_max};
-  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
-  EXPECT_FALSE(OvU_DoesOsSupportKeepalives());
-  setrlimit(RLIMIT_NOFILE, &limit);
+  {
+    const ResourceLimit none(RLIMIT_NOFILE, 0);
+    EXPECT_FALSE(OvU_DoesOsSupportKeepalives());
+  }
   EXPECT_TRUE(OvU_DoesOsSupportKeepalives());
 }
 
