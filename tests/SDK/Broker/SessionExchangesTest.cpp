@@ -107,37 +107,6 @@ TEST_F(SessionExchangesTest, RequestsAndAnswersAreLoggedAtLevel5WithTheirOperati
   EXPECT_THAT(log, testing::Not(HasSubstr("open sesame")));
 }
 
-TEST_F(SessionExchangesTest, SeveralClientsWorkAtATimeAndShareNothing) {
-  broker_.answer("a:brokerinfo", "<brokerinfo><capabilities>0</capabilities></brokerinfo>");
-  broker_.answer("b:brokerinfo", "<brokerinfo><capabilities>4</capabilities></brokerinfo>");
-  broker_.respond("getfarmproperties", "<farmname>\xC3\xBC</farmname>");
-  broker_.respond("launchapplication");
-  const struct {
-    const char* broker;
-    const char* locale;
-    const char* farmName;
-    const char* error;
-  } clients[] = {{"a", "de-de", "\xC3\x83\xC2\xBC", "87 Fehler 87 aufgetreten!"},
-                 {"b", "en-us", "\xC3\xBC", "87 Error 87 occurred!"},
-                 {"a", "en-us", "\xC3\x83\xC2\xBC", "87 Error 87 occurred!"}};
-  std::vector<std::jthread> threads;
-  for (const auto& row : clients) {
-    threads.emplace_back([this, &row] {
-      OvBrokerClient client;
-      broker_.configure(client, row.broker);
-      client.setConnectorLocale(row.locale);
-      for (int round = 0; round < 10; ++round) {
-        client.setPassword("secret");
-        client.getBrokerInfo();
-        client.getFarmProperties();
-        EXPECT_EQ(client.getFarmName(), row.farmName);
-        EXPECT_STREQ(client.launchApplication("a")->getPassword(), "secret");
-        EXPECT_EQ(errorOf([&] { client.authenticateTicket("garbage", true); }), row.error);
-      }
-    });
-  }
-}
-
 TEST_F(SessionExchangesTest, ABrokerThatNeverSettlesEndsAtTheBound) {
   broker_.respond("getfarmproperties", kExpired);
   EXPECT_EQ(errorOf([&] { client_.getFarmProperties(); }), "1244 log in");
