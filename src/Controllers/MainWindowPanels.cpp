@@ -48,13 +48,9 @@ void MainWindowController::urlSchemeHandlerDidReceiveAutodetectURL(const std::st
 void MainWindowController::hideAllViewsAndWindows() {
   const std::optional<Window> sheet = _desktop.windows->attachedSheet();
   if (sheet) hideAuxiliaryWindow(*sheet);
-  if (const auto modal = _desktop.windows->modalWindow()) {
-    if (modal == _modalSessionForCurrentModalWindow) {
-      endModalSession(*modal);
-    } else {
-      _desktop.windows->stopModal(*modal);
-    }
-  }
+  if (const auto modal = _desktop.windows->modalWindow()) _desktop.windows->stopModal(*modal);
+  // It may lie under a run, and nobody could answer it once its controller is reset.
+  if (_modalSessionForCurrentModalWindow) endModalSession(*_modalSessionForCurrentModalWindow);
   _confirmWindow.resetContentWithBlockPerform(sheet.has_value());
   _progress.stopProgressAndPerformCancelBlock();
   _inputCredentials.resetContentWithBlockPerform(sheet.has_value());
@@ -180,6 +176,7 @@ void MainWindowController::connectionSettingsDidFinishEditing(const std::shared_
 void MainWindowController::openSidePanel() {
   focus(MainWindowFocus::kNothing);
   _isSidePanelOpen = true;
+  _isSidePanelAnimated = true;
   disableUserInteractionsWithGraying(true);
   _isConnectionsItemEnabled = true;
   _mainMenu.setEnabled(MainMenuController::Item::kToggleSidePanel, true);

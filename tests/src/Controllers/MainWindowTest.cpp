@@ -167,6 +167,21 @@ TEST_F(MainWindowTest, ALinkClosesAnAlertWhoseCompletionStillRuns) {
   EXPECT_FALSE(desktop->isAnyModal());
 }
 
+TEST_F(MainWindowTest, ALinkEndsAModalSessionUnderAnAlertToo) {
+  startWithTwo();
+  connect(0);
+  window().mainMenu().onDiModeClick();
+  window().diMode()->onFarmClick(farm(0));
+  window().diMode()->onLogoutClick();
+  desktop->duringModalRun = [&](Window) {
+    app->handleGetURLEvent("orvane://autodetect/?autodetecturl=aHR0cDovL2Ix&farmguid=");
+  };
+  delegate()->brokerClientControllerDidFailConnect({5, "It failed."}, farm(1));
+  mainQueue->pump();
+  EXPECT_FALSE(desktop->isAnyModal());
+  EXPECT_FALSE(desktop->isShown(Window::kConfirmation));
+}
+
 TEST_F(MainWindowTest, AFailedConnectIsToldByItsCode) {
   const struct {
     int code;
