@@ -21,7 +21,7 @@ void MainQueueTimer::startRepeating(std::chrono::milliseconds period, Work work)
 }
 
 void MainQueueTimer::start(std::chrono::milliseconds period, bool repeats, Work work) {
-  run_ = std::make_shared<Run>(*this, period, repeats, std::move(work));
+  run_ = std::make_shared<Run>(Run{*this, period, repeats, std::move(work)});
   scheduleNext(run_);
 }
 
