@@ -100,6 +100,7 @@ bool MainWindowController::removeWelcomeScreen() {
 void MainWindowController::welcomeScreenDoneWithConnectedFarm(const std::shared_ptr<OvFarm>& farm,
                                                               const std::shared_ptr<OvLocation>& location,
                                                               const std::shared_ptr<AppFolderItem>& receivedApps) {
+  _shouldLaunchApplicationOnConnectToAutolaunchedFarm = false;  // consumed by this list
   connectToFarmDidSucceedForFarm(farm, location);
   refreshApplicationTableWithFolders(receivedApps);
   closeSidePanelAnimated(true);

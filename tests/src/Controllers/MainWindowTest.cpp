@@ -284,10 +284,21 @@ TEST_F(MainWindowTest, AManualConnectStartsNoApplication) {
   auto only = farmNamed("A", {"one"});
   only->setAutoLaunchApps({"Thing"});
   store({only});
-  start();
-  window().progress().onCancelClick();
-  connect(0);
-  EXPECT_EQ(flow().kind, ScriptedOrchestration::Kind::kConnect);
+  for (const bool isByWelcomeFlow : {false, true}) {
+    SCOPED_TRACE(isByWelcomeFlow);
+    start();
+    window().progress().onCancelClick();
+    if (isByWelcomeFlow) {
+      window().welcomeScreenDoneWithConnectedFarm(farm(0), farm(0)->locations().front(), nullptr);
+      window().onRefreshButtonClick();
+      tellConnected();
+    } else {
+      connect(0);
+    }
+    EXPECT_EQ(flow().kind,
+              isByWelcomeFlow ? ScriptedOrchestration::Kind::kRefresh : ScriptedOrchestration::Kind::kConnect);
+    end();
+  }
 }
 
 TEST_F(MainWindowTest, ChangesOfTheStoreReachTheConnection) {
