@@ -12,7 +12,7 @@ import re
 import subprocess
 import sys
 
-KEY = re.compile(r'localizedText(?:Key)?\s*\(\s*"([^"]*)"')
+KEY = re.compile(r'\b(?:localizedText(?:Key)?|text)\s*\(\s*"([^"]*)"')
 PLACEHOLDER = re.compile(r"%(?:@|%|[-+ #0-9.]*[a-zA-Z])")
 
 

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+namespace orvane {
+
+/// A symbol of the program's own set (data/icons/symbols), in the text colour of the scheme in force whenever it is
+/// drawn, sharp at every size and scale. An unknown name draws nothing. Main thread only.
+QIcon symbolIcon(const QString& name);
+/// The same in the accent's text colour, for main buttons.
+QIcon accentSymbolIcon(const QString& name);
+
+/// A picture of the resources (":/catalogue/folder.svg") in its own colours, for a square of `side`.
+QPixmap picture(const QString& resource, int side, qreal devicePixelRatio);
+
+}  // namespace orvane
