@@ -2,18 +2,26 @@
 
 #include <QAbstractButton>
 #include <QBoxLayout>
+#include <QCheckBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QStyle>
+#include <algorithm>
 
 #include "Windows/Style/Metrics.h"
 #include "Windows/Style/Symbols.h"
+#include "Windows/Style/Text.h"
 
 namespace orvane {
 
 namespace {
+
+constexpr const char* kCloseButton = "closeButton";
 
 void dress(QWidget& widget, const char* objectName, const char* role) {
   widget.setObjectName(QLatin1String(objectName));
@@ -63,6 +71,31 @@ QLineEdit* makeSecretField(const char* objectName, const QString& label) {
   return field;
 }
 
+QCheckBox* makeCheckBox(const char* objectName, const QString& text) {
+  auto* box = new QCheckBox(text);
+  dress(*box, objectName, nullptr);
+  return box;
+}
+
+QScrollArea* scrolling(const char* objectName, QWidget* content) {
+  auto* area = new QScrollArea;
+  dress(*area, objectName, nullptr);
+  content->setProperty("role", "plain");
+  area->setWidget(content);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area->setFocusPolicy(Qt::NoFocus);
+  return area;
+}
+
+void setRole(QWidget& widget, const char* role) {
+  if (widget.property("role").toString() == QLatin1String(role)) return;
+  widget.setProperty("role", role);
+  widget.style()->unpolish(&widget);
+  widget.style()->polish(&widget);
+}
+
 QBoxLayout* buttonRow(std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right) {
   auto* row = new QHBoxLayout;
   row->setSpacing(metrics::kSpacing);
@@ -72,22 +105,61 @@ QBoxLayout* buttonRow(std::initializer_list<QWidget*> left, std::initializer_lis
   return row;
 }
 
-void show(QLabel& label, const QString& text) {
+void display(QLabel& label, const QString& text) {
   if (label.text() != text) label.setText(text);
 }
 
-void show(QLineEdit& field, const QString& text) {
+void display(QLineEdit& field, const QString& text) {
   if (field.text() == text) return;
   const QSignalBlocker blocker(field);
   field.setText(text);
 }
 
+void display(QCheckBox& box, bool isChecked) {
+  const QSignalBlocker blocker(box);
+  box.setChecked(isChecked);
+}
+
+void showSecret(QLineEdit& field, bool hasSecret) {
+  if (!hasSecret) display(field, {});
+  field.setPlaceholderText(hasSecret ? QString(8, QChar(0x2022)) : QString());
+}
+
+void showError(QLabel& label, const std::optional<std::string>& text) {
+  display(label, text ? toQString(*text) : QString());
+  label.setVisible(text.has_value());
+}
+
 void clickOnEscape(QWidget& widget, QPushButton& button) {
+  const bool hasShortcut = widget.property(kCloseButton).isValid();
+  widget.setProperty(kCloseButton, QVariant::fromValue(static_cast<QObject*>(&button)));
+  if (hasShortcut) return;
   auto* shortcut = new QShortcut(QKeySequence(Qt::Key_Escape), &widget);
   shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-  QObject::connect(shortcut, &QShortcut::activated, &button, [&button] {
-    if (button.isEnabled()) button.click();
-  });
+  QObject::connect(shortcut, &QShortcut::activated, &widget, [&widget] { clickCloseButton(widget); });
+}
+
+bool clickCloseButton(QWidget& widget) {
+  auto* button = qobject_cast<QPushButton*>(widget.property(kCloseButton).value<QObject*>());
+  if (button == nullptr) return false;
+  button->click();
+  return true;
+}
+
+void pressDialogKey(QWidget& widget, QKeyEvent& event) {
+  event.ignore();
+  if (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter) return;
+  const QList<QPushButton*> buttons = widget.findChildren<QPushButton*>();
+  const auto click = [&](auto isWanted) {
+    const auto found = std::ranges::find_if(
+        buttons, [&](const QPushButton* button) { return button->isVisible() && isWanted(*button); });
+    if (found == buttons.end()) return false;
+    event.accept();
+    (*found)->click();
+    return true;
+  };
+  static_cast<void>(click([](const QPushButton& button) { return button.hasFocus(); }) ||
+                    click([](const QPushButton& button) { return button.isDefault(); }));
 }
 
 }  // namespace orvane

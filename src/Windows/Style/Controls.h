@@ -2,13 +2,16 @@
 
 #include <QString>
 #include <initializer_list>
+#include <optional>
+#include <string>
 
 class QBoxLayout;
 class QCheckBox;
-class QKeySequence;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QScrollArea;
 class QWidget;
 
 /// @file
@@ -27,14 +30,31 @@ QLineEdit* makeField(const char* objectName, const QString& label);
 /// A field for a secret: its text is shown to nobody, assistive technology included, and can't be copied.
 QLineEdit* makeSecretField(const char* objectName, const QString& label);
 
+QCheckBox* makeCheckBox(const char* objectName, const QString& text);
+/// An area without a frame that scrolls its content up and down, never sideways; takes the content over.
+QScrollArea* scrolling(const char* objectName, QWidget* content);
+/// Changes the looks of a widget that is shown already.
+void setRole(QWidget& widget, const char* role);
+
 /// A row of buttons: the first group at the left, the second at the right.
 QBoxLayout* buttonRow(std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right);
 
 /// Show a text where it isn't shown yet, so that cursor and selection of a field stay where they are.
-void show(QLabel& label, const QString& text);
-void show(QLineEdit& field, const QString& text);
+void display(QLabel& label, const QString& text);
+void display(QLineEdit& field, const QString& text);
+void display(QCheckBox& box, bool isChecked);
+/// A secret that the field's user hasn't typed shows as dots behind an empty text. Without a secret the field is empty.
+void showSecret(QLineEdit& field, bool hasSecret);
+/// Nothing hides the label.
+void showError(QLabel& label, const std::optional<std::string>& text);
 
-/// Escape, wherever the focus is in the widget, clicks the button if that is enabled.
+/// Escape, wherever the focus is in the widget, clicks the button if that is enabled; and so does whoever closes the
+/// window that the widget fills.
 void clickOnEscape(QWidget& widget, QPushButton& button);
+/// Clicks the button that clickOnEscape() names for the widget. @return whether there is one.
+bool clickCloseButton(QWidget& widget);
+/// What a key does in `widget` that nothing there has taken: Return clicks the button with the focus, else the default
+/// one. Any other key is ignored.
+void pressDialogKey(QWidget& widget, QKeyEvent& event);
 
 }  // namespace orvane

@@ -75,12 +75,12 @@ QIcon symbolIcon(const QString& name) { return QIcon(new SymbolEngine(name, fals
 
 QIcon accentSymbolIcon(const QString& name) { return QIcon(new SymbolEngine(name, true)); }
 
-QPixmap picture(const QString& resource, int side, qreal devicePixelRatio) {
-  const int pixels = qRound(side * devicePixelRatio);
-  const QString key = QStringLiteral("picture/%1/%2").arg(resource).arg(pixels);
+QPixmap picture(const QString& resource, const QSize& size, qreal devicePixelRatio) {
+  const QSize pixels = (QSizeF(size) * devicePixelRatio).toSize();
+  const QString key = QStringLiteral("picture/%1/%2x%3").arg(resource).arg(pixels.width()).arg(pixels.height());
   QPixmap pixmap;
   if (!QPixmapCache::find(key, &pixmap)) {
-    pixmap = rendered(resourceBytes(resource), QSize(pixels, pixels));
+    pixmap = rendered(resourceBytes(resource), pixels);
     QPixmapCache::insert(key, pixmap);
   }
   pixmap.setDevicePixelRatio(devicePixelRatio);

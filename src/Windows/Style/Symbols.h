@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QSize>
 #include <QString>
 
 namespace orvane {
@@ -11,7 +12,7 @@ QIcon symbolIcon(const QString& name);
 /// The same in the accent's text colour, for main buttons.
 QIcon accentSymbolIcon(const QString& name);
 
-/// A picture of the resources (":/catalogue/folder.svg") in its own colours, for a square of `side`.
-QPixmap picture(const QString& resource, int side, qreal devicePixelRatio);
+/// A picture of the resources (":/catalogue/folder.svg") in its own colours, as large as fits into `size`.
+QPixmap picture(const QString& resource, const QSize& size, qreal devicePixelRatio);
 
 }  // namespace orvane

@@ -77,6 +77,7 @@ QPalette paletteOf(const Colors& colors) {
 const char* const kStyleSheet = R"(
 QToolTip { background: @surface@; color: @text@; border: 1px solid @border@; padding: 4px; }
 QLabel[role="title"] { font-size: 16pt; font-weight: 600; }
+QLabel[role="title error"] { font-size: 16pt; font-weight: 600; color: @error@; }
 QLabel[role="heading"] { font-weight: 600; }
 QLabel[role="secondary"] { color: @secondaryText@; }
 QLabel[role="error"] { color: @error@; }
