@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "Platform/ApplicationProcess.h"
+#include "Platform/Autostart.h"
 #include "Platform/ModifierKeys.h"
 #include "Platform/Opener.h"
 #include "Platform/Queues.h"
@@ -26,6 +27,7 @@ struct Desktop {
   std::shared_ptr<StatusArea> statusArea;
   std::shared_ptr<ModifierKeys> modifierKeys;
   std::shared_ptr<Screens> screens;
+  std::shared_ptr<Autostart> autostart;
 };
 
 }  // namespace orvane

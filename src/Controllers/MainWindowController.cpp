@@ -24,7 +24,7 @@ MainWindowController::MainWindowController(orvane::Desktop desktop,
       _chooseLocation(_desktop.timer, _desktop.mainQueue),
       _alert(_desktop.windows, Window::kAlert),
       _tutorial(settings),
-      _settingsWindow(settings, *_desktop.windows),
+      _settingsWindow(settings, *_desktop.windows, *_desktop.autostart),
       _aboutWindow(_desktop.opener, _desktop.globalQueue) {}
 
 MainWindowController::~MainWindowController() = default;

@@ -13,7 +13,7 @@ struct BoxRow {
   void (OrvaneSettings::*setValue)(bool);
 };
 
-constexpr BoxRow kBoxes[SettingsWindowController::kBoxCount] = {
+constexpr BoxRow kBoxes[] = {
     {Box::kShowTutorialOnStart, &OrvaneSettings::showTutorialOnStart, &OrvaneSettings::setShowTutorialOnStart},
     {Box::kLogging, &OrvaneSettings::neededToLog, &OrvaneSettings::setNeededToLog},
     {Box::kAdaptiveGraphics, &OrvaneSettings::enableAdaptiveGraphics, &OrvaneSettings::setEnableAdaptiveGraphics},
@@ -38,8 +38,9 @@ std::string closingText(const OrvaneSettings& settings) {
 
 }  // namespace
 
-SettingsWindowController::SettingsWindowController(OrvaneSettings& settings, orvane::WindowHost& windows)
-    : _settings(settings), _windows(windows) {}
+SettingsWindowController::SettingsWindowController(OrvaneSettings& settings, orvane::WindowHost& windows,
+                                                   orvane::Autostart& autostart)
+    : _settings(settings), _windows(windows), _autostart(autostart) {}
 
 void SettingsWindowController::setChecked(Box box, bool isChecked) {
   _isChecked[static_cast<size_t>(box)] = isChecked;
@@ -56,6 +57,8 @@ void SettingsWindowController::printSettings() {
   for (const BoxRow& row : kBoxes) _isChecked[static_cast<size_t>(row.box)] = (_settings.*row.value)();
   _actionOnResolutionChange = _settings.actionOnResolutionChange();
   _closingLabel = closingText(_settings);
+  _startedAtLogin = _autostart.isEnabled();
+  _isChecked[static_cast<size_t>(Box::kStartAtLogin)] = _startedAtLogin;
   changed();
 }
 
@@ -65,6 +68,7 @@ void SettingsWindowController::scanAndSaveSettings() {
   _settings.setActionOnResolutionChange(_actionOnResolutionChange);
   orvane::switchLogging(_settings.neededToLog());
   _settings.save();
+  if (isChecked(Box::kStartAtLogin) != _startedAtLogin) _autostart.setEnabled(!_startedAtLogin);
 }
 
 void SettingsWindowController::onDoneClick() {

@@ -5,9 +5,11 @@
 
 #include "Controllers/Surface.h"
 #include "OrvaneCommon/OrvaneSettings.h"
+#include "Platform/Autostart.h"
 #include "Platform/WindowHost.h"
 
-/// The window of preferences: what its controls show reaches the preferences with Done. Main thread only.
+/// The window of preferences: what its controls show reaches the preferences, and the desktop, with Done. Main thread
+/// only.
 class SettingsWindowController : public orvane::Surface {
  public:
   enum class Box {
@@ -21,13 +23,14 @@ class SettingsWindowController : public orvane::Surface {
     kAskBeforeLogoff,
     kAskBeforeClearCredentials,
     kAskBeforeDeleteConnection,
+    kStartAtLogin,  ///< no preference of ours, but the desktop's
   };
-  static constexpr size_t kBoxCount = 10;
+  static constexpr size_t kBoxCount = 11;
 
-  /// Neither is owned.
-  SettingsWindowController(OrvaneSettings& settings, orvane::WindowHost& windows);
+  /// None is owned.
+  SettingsWindowController(OrvaneSettings& settings, orvane::WindowHost& windows, orvane::Autostart& autostart);
 
-  /// Loads the preferences and shows them.
+  /// Loads what the controls stand for and shows it.
   void setupSettingsWindow() { printSettings(); }
 
   bool isChecked(Box box) const { return _isChecked[static_cast<size_t>(box)]; }
@@ -47,6 +50,8 @@ class SettingsWindowController : public orvane::Surface {
 
   OrvaneSettings& _settings;
   orvane::WindowHost& _windows;
+  orvane::Autostart& _autostart;
+  bool _startedAtLogin = false;  // as it was when shown
   bool _isChecked[kBoxCount] = {};
   int32_t _actionOnResolutionChange = 0;
   std::string _closingLabel{};

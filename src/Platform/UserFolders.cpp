@@ -23,9 +23,12 @@ std::string absolutePathIn(const char* variable) {
   return value != nullptr && value[0] == '/' ? value : "";
 }
 
-std::string ourFolderIn(const char* variable, const char* defaultBelowHome, const std::string& name = kOurName) {
-  std::string base = absolutePathIn(variable);
-  if (base.empty()) base = homeFolder() + defaultBelowHome;
+std::string baseFolder(const char* variable, const char* defaultBelowHome) {
+  const std::string base = absolutePathIn(variable);
+  return base.empty() ? homeFolder() + defaultBelowHome : base;
+}
+
+std::string ourFolderIn(const std::string& base, const std::string& name = kOurName) {
   const std::string folder = base + "/" + name;
   for (size_t slash = folder.find('/', 1); slash != std::string::npos; slash = folder.find('/', slash + 1)) {
     mkdir(folder.substr(0, slash).c_str(), S_IRWXU);
@@ -55,11 +58,15 @@ std::string homeFolder() {
   return found != nullptr && found->pw_dir[0] == '/' ? found->pw_dir : "/";
 }
 
-std::string configurationFolder() { return ourFolderIn("XDG_CONFIG_HOME", "/.config"); }
+std::string configurationFolder() { return ourFolderIn(baseFolder("XDG_CONFIG_HOME", "/.config")); }
 
-std::string dataFolder(const std::string& name) { return ourFolderIn("XDG_DATA_HOME", "/.local/share", name); }
+std::string autostartFolder() { return baseFolder("XDG_CONFIG_HOME", "/.config") + "/autostart"; }
 
-std::string stateFolder() { return ourFolderIn("XDG_STATE_HOME", "/.local/state"); }
+std::string dataFolder(const std::string& name) {
+  return ourFolderIn(baseFolder("XDG_DATA_HOME", "/.local/share"), name);
+}
+
+std::string stateFolder() { return ourFolderIn(baseFolder("XDG_STATE_HOME", "/.local/state")); }
 
 std::string temporaryFolder(const std::string& lastResort) {
   const std::string runtime = runtimeFolder();

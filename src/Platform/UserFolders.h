@@ -19,6 +19,9 @@ std::string configurationFolder();
 std::string dataFolder(const std::string& name);
 std::string stateFolder();
 
+/// The folder of what the desktop starts when the user logs in. It belongs to all programs, and isn't made here.
+std::string autostartFolder();
+
 /// Orvane's folder for files that another program of the same user picks up at once: in the folder that the session has
 /// for such (XDG_RUNTIME_DIR, if it is the user's alone), else `lastResort`.
 ///

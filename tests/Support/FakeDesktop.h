@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include "Platform/ApplicationProcess.h"
+#include "Platform/Autostart.h"
 #include "Platform/ModifierKeys.h"
 #include "Platform/Screens.h"
 #include "Platform/StatusArea.h"
@@ -25,13 +26,14 @@
 /// The acts: "show main", "hide main", "front main", "deminiaturize main", "sheet progress", "end sheet progress",
 /// "session credentials", "end session credentials", "run alert", "run alert on main", "stop alert", "show about",
 /// "hide about"; "policy 1", "unhide", "activate", "terminate"; "notify TITLE: TEXT"; "add item", "remove item",
-/// "tool tip TEXT", "picture NAME", "alternate picture NAME".
+/// "tool tip TEXT", "picture NAME", "alternate picture NAME"; "autostart 1".
 class FakeDesktop : public orvane::WindowHost,
                     public orvane::ApplicationProcess,
                     public orvane::UserNotifications,
                     public orvane::StatusArea,
                     public orvane::ModifierKeys,
-                    public orvane::Screens {
+                    public orvane::Screens,
+                    public orvane::Autostart {
  public:
   using Window = orvane::AuxiliaryWindow;
 
@@ -45,6 +47,7 @@ class FakeDesktop : public orvane::WindowHost,
   Size area{1600, 900};
   bool isMainWindowShown = false;
   bool isTerminated = false;
+  bool startsAtLogin = false;
   orvane::UserNotificationsDelegate* notificationsDelegate = nullptr;
 
   /// What was done since the last call.
@@ -128,6 +131,13 @@ class FakeDesktop : public orvane::WindowHost,
   uint32_t held() const override { return heldKeys; }
   Size largestWindowContent() const override { return area; }
   Size visibleArea() const override { return area; }
+
+  bool isEnabled() const override { return startsAtLogin; }
+  bool setEnabled(bool isEnabled) override {
+    act("autostart " + std::to_string(int(isEnabled)));
+    startsAtLogin = isEnabled;
+    return true;
+  }
 
   static std::string name(Window window) {
     static const char* const kNames[] = {"credentials", "location",        "progress",     "confirmation", "update",

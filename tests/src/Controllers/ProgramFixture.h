@@ -66,7 +66,8 @@ class ProgramFixture {
                                            .notifications = desktop,
                                            .statusArea = desktop,
                                            .modifierKeys = desktop,
-                                           .screens = desktop},
+                                           .screens = desktop,
+                                           .autostart = desktop},
                                .brokerClientController = orchestration
                                                              ? orchestration(environment)
                                                              : std::make_shared<OvBrokerClientController>(environment),

@@ -115,7 +115,7 @@ class SettingsWindowControllerTest : public testing::Test {
   const std::string file = home.file("settings");
   OrvaneSettings settings{file};
   FakeDesktop desktop{std::make_shared<PumpedQueue>()};
-  SettingsWindowController window{settings, desktop};
+  SettingsWindowController window{settings, desktop, desktop};
 };
 
 TEST_F(SettingsWindowControllerTest, EachBoxStandsForItsPreferenceAlone) {
@@ -124,7 +124,7 @@ TEST_F(SettingsWindowControllerTest, EachBoxStandsForItsPreferenceAlone) {
                                   "forceDisableSeamless",      "translateCtrlLeftClickToRightClick",
                                   "askBeforeCloseSession",     "askBeforeLogoff",
                                   "askBeforeClearCredentials", "askBeforeDeleteConnection"};
-  ASSERT_EQ(std::size(elements), SettingsWindowController::kBoxCount);
+  ASSERT_EQ(std::size(elements), size_t(Box::kStartAtLogin));
   for (size_t checked = 0; checked < std::size(elements); ++checked) {
     for (size_t i = 0; i < std::size(elements); ++i) window.setChecked(Box(i), i == checked);
     window.onDoneClick(), window.setChecked(Box(checked), false);
@@ -157,6 +157,22 @@ TEST_F(SettingsWindowControllerTest, DoneKeepsWhatElseTheFileSaysByNow) {
   elsewhere.load();
   EXPECT_EQ(elsewhere.actionOnResolutionChange(), 1);
   EXPECT_TRUE(elsewhere.diMode());
+}
+
+TEST_F(SettingsWindowControllerTest, TheDesktopIsToldOnlyOfAChangeOfTheStartAtLogin) {
+  std::string acts;
+  for (const bool wasOn : {false, true}) {
+    for (const bool isChecked : {false, true}) {
+      desktop.startsAtLogin = wasOn;
+      window.setupSettingsWindow();
+      EXPECT_EQ(window.isChecked(Box::kStartAtLogin), wasOn);
+      desktop.startsAtLogin = false;  // elsewhere
+      window.setChecked(Box::kStartAtLogin, isChecked);
+      window.onCancelClick(), window.onDoneClick();
+      for (const std::string& act : desktop.takeActs()) acts += act == "hide settings" ? "." : act;
+    }
+  }
+  EXPECT_EQ(acts, "...autostart 1..autostart 0...");
 }
 
 TEST_F(SettingsWindowControllerTest, LoggingFollowsTheBoxAtDoneAndNeverAtCancel) {

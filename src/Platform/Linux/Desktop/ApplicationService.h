@@ -63,6 +63,7 @@ class ApplicationService {
 
   QDBusConnection bus_;
   const std::unique_ptr<Queue> queue_;
+  bool ownsName_ = false;
 };
 
 /// The token that the desktop gave to this start in the environment. To be read before the QApplication is made, which

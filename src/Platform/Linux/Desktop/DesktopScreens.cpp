@@ -1,0 +1,91 @@
+#include "Platform/Linux/Desktop/DesktopScreens.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QStyle>
+#include <QWindow>
+#include <cmath>
+#include <mutex>
+
+namespace orvane {
+namespace {
+
+// The toolkit has rounded what it gives: never more than there is.
+Screens::Size inPixels(QSize size, const QScreen& screen) {
+  const qreal ratio = screen.devicePixelRatio();
+  return {static_cast<int>(std::floor(size.width() * ratio)), static_cast<int>(std::floor(size.height() * ratio))};
+}
+
+}  // namespace
+
+// Follows the toolkit on the main thread, and tells on any.
+class DesktopScreens::Watch : public QObject {
+ public:
+  Watch() {
+    connect(qApp, &QGuiApplication::screenAdded, this, &Watch::follow);
+    connect(qApp, &QGuiApplication::screenRemoved, this, &Watch::update);
+    connect(qApp, &QGuiApplication::primaryScreenChanged, this, &Watch::update);
+    // The frame of a window is known some time after it was shown, without a signal.
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &Watch::update);
+    for (QScreen* const screen : QGuiApplication::screens()) follow(screen);
+    update();
+  }
+
+  void setMainWindow(QWindow* window) {
+    if (mainWindow_) mainWindow_->disconnect(this);
+    mainWindow_ = window;
+    if (window != nullptr) connect(window, &QWindow::screenChanged, this, &Watch::update);
+    update();
+  }
+
+  Size largestWindowContent() const {
+    const std::lock_guard lock(mutex_);
+    return largestWindowContent_;
+  }
+  Size visibleArea() const {
+    const std::lock_guard lock(mutex_);
+    return visibleArea_;
+  }
+
+ private:
+  void follow(QScreen* screen) {
+    connect(screen, &QScreen::availableGeometryChanged, this, &Watch::update);
+    connect(screen, &QScreen::physicalDotsPerInchChanged, this, &Watch::update);
+    connect(screen, &QScreen::logicalDotsPerInchChanged, this, &Watch::update);
+    update();
+  }
+
+  void update() {
+    const QScreen* const first = QGuiApplication::primaryScreen();
+    const QScreen* const main = mainWindow_ && mainWindow_->screen() != nullptr ? mainWindow_->screen() : first;
+    const Size content = first == nullptr ? Size() : inPixels(first->availableSize().shrunkBy(frame()), *first);
+    const Size area = main == nullptr ? Size() : inPixels(main->availableSize(), *main);
+    const std::lock_guard lock(mutex_);
+    largestWindowContent_ = content;
+    visibleArea_ = area;
+  }
+
+  // Of a titled window, as far as it is known.
+  QMargins frame() const {
+    const QMargins known = mainWindow_ ? mainWindow_->frameMargins() : QMargins();
+    return known.isNull() ? QMargins(0, QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight), 0, 0) : known;
+  }
+
+  QPointer<QWindow> mainWindow_{};
+  mutable std::mutex mutex_;
+  Size largestWindowContent_{};
+  Size visibleArea_{};
+};
+
+DesktopScreens::DesktopScreens() : watch_(std::make_unique<Watch>()) {}
+
+DesktopScreens::~DesktopScreens() = default;
+
+void DesktopScreens::setMainWindow(QWindow* window) { watch_->setMainWindow(window); }
+
+Screens::Size DesktopScreens::largestWindowContent() const { return watch_->largestWindowContent(); }
+
+Screens::Size DesktopScreens::visibleArea() const { return watch_->visibleArea(); }
+
+}  // namespace orvane
