@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QBoxLayout>
 #include <QCheckBox>
+#include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -87,6 +88,30 @@ QScrollArea* scrolling(const char* objectName, QWidget* content) {
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area->setFocusPolicy(Qt::NoFocus);
   return area;
+}
+
+QVBoxLayout* addCard(QVBoxLayout& layout, const QString& heading) {
+  auto* card = new QFrame;
+  card->setProperty("role", "card");
+  auto* inner = new QVBoxLayout(card);
+  inner->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
+  inner->setSpacing(metrics::kSpacing);
+  inner->addWidget(makeLabel("heading", "heading", heading));
+  layout.addWidget(card);
+  return inner;
+}
+
+QWidget* labelled(const QString& label, QWidget* control) {
+  auto* pair = new QWidget;
+  auto* column = new QVBoxLayout(pair);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(metrics::kSpacing / 2);
+  QLabel* name = makeLabel("controlLabel", "secondary", label);
+  name->setBuddy(control);
+  control->setAccessibleName(label);
+  column->addWidget(name);
+  column->addWidget(control);
+  return pair;
 }
 
 void setRole(QWidget& widget, const char* role) {

@@ -12,6 +12,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QScrollArea;
+class QVBoxLayout;
 class QWidget;
 
 /// @file
@@ -33,6 +34,10 @@ QLineEdit* makeSecretField(const char* objectName, const QString& label);
 QCheckBox* makeCheckBox(const char* objectName, const QString& text);
 /// An area without a frame that scrolls its content up and down, never sideways; takes the content over.
 QScrollArea* scrolling(const char* objectName, QWidget* content);
+/// A card with a heading, at the end of the layout. @return its own layout, whose things it owns.
+QVBoxLayout* addCard(QVBoxLayout& layout, const QString& heading);
+/// A control behind its label, which becomes its name to assistive technology too.
+QWidget* labelled(const QString& label, QWidget* control);
 /// Changes the looks of a widget that is shown already.
 void setRole(QWidget& widget, const char* role);
 

@@ -75,6 +75,13 @@ QIcon symbolIcon(const QString& name) { return QIcon(new SymbolEngine(name, fals
 
 QIcon accentSymbolIcon(const QString& name) { return QIcon(new SymbolEngine(name, true)); }
 
+QIcon statusIcon(const QString& name) {
+  QIcon icon;
+  for (const int side : {16, 22, 24, 32, 48, 64})
+    icon.addPixmap(picture(QStringLiteral(":/status/%1.svg").arg(name), QSize(side, side), 1));
+  return icon;
+}
+
 QPixmap picture(const QString& resource, const QSize& size, qreal devicePixelRatio) {
   const QSize pixels = (QSizeF(size) * devicePixelRatio).toSize();
   const QString key = QStringLiteral("picture/%1/%2x%3").arg(resource).arg(pixels.width()).arg(pixels.height());

@@ -12,6 +12,9 @@ QIcon symbolIcon(const QString& name);
 /// The same in the accent's text colour, for main buttons.
 QIcon accentSymbolIcon(const QString& name);
 
+/// A picture of the status area (data/icons/status), in the sizes that panels take.
+QIcon statusIcon(const QString& name);
+
 /// A picture of the resources (":/catalogue/folder.svg") in its own colours, as large as fits into `size`.
 QPixmap picture(const QString& resource, const QSize& size, qreal devicePixelRatio);
 

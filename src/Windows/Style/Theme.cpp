@@ -86,7 +86,7 @@ QFrame[role="panel"] { background: @window@; border: none; border-right: 1px sol
 QFrame[role="bar"] { background: @surface@; border: none; border-bottom: 1px solid @border@; }
 QScrollArea, QScrollArea > QWidget > QWidget[role="plain"] { background: transparent; border: none; }
 
-QPushButton { background: @surface@; border: 1px solid @border@; border-radius: 6px; padding: 6px 16px; min-height: 20px; }
+QPushButton { background: @surface@; border: 1px solid @border@; border-radius: 6px; padding: 6px 16px; min-height: 20px; outline: none; }
 QPushButton:hover { background: @raised@; }
 QPushButton:pressed { background: @border@; }
 QPushButton:focus { border: 2px solid @accent@; padding: 5px 15px; }
@@ -100,9 +100,10 @@ QPushButton[role="link"] { background: transparent; border: 1px solid transparen
 QPushButton[role="link"]:hover { text-decoration: underline; }
 QPushButton[role="link"]:focus { border: 1px solid @accent@; }
 QPushButton[role="link"]:disabled { color: @disabledText@; }
-QPushButton[role="row"] { background: transparent; border: 1px solid transparent; padding: 6px 8px; text-align: left; }
+QPushButton[role="row"], QPushButton[role="row current"] { background: transparent; border: 1px solid transparent; padding: 6px 8px; text-align: left; }
+QPushButton[role="row current"] { background: @selection@; font-weight: 600; }
 QPushButton[role="row"]:hover { background: @raised@; }
-QPushButton[role="row"]:focus { border: 1px solid @accent@; }
+QPushButton[role="row"]:focus, QPushButton[role="row current"]:focus { border: 1px solid @accent@; }
 QPushButton[role="icon"], QToolButton { background: transparent; border: 1px solid transparent; border-radius: 6px; padding: 6px; min-height: 0; }
 QPushButton[role="icon"]:hover, QToolButton:hover { background: @raised@; }
 QPushButton[role="icon"]:pressed, QToolButton:pressed { background: @border@; }
@@ -118,7 +119,9 @@ QListView, QTreeView { background: @surface@; border: 1px solid @border@; border
 QListView::item, QTreeView::item { min-height: 28px; padding: 2px 6px; color: @text@; }
 QListView::item:hover, QTreeView::item:hover { background: @raised@; }
 QListView::item:selected, QTreeView::item:selected { background: @selection@; color: @text@; }
+QListView[role="grid"] { background: transparent; border: none; }
 QListView:focus, QTreeView:focus { border: 1px solid @accent@; }
+QListView[role="grid"]:focus { border: none; }
 QScrollBar:vertical { background: transparent; width: 12px; margin: 0; }
 QScrollBar::handle:vertical { background: @border@; border-radius: 4px; min-height: 32px; margin: 2px; }
 QScrollBar::handle:vertical:hover { background: @disabledText@; }

@@ -28,6 +28,7 @@ ConnectOnStartView::ConnectOnStartView(ConnectOnStartConfirmationViewController&
   layout->addWidget(box_);
   layout->addSpacing(metrics::kMargin);
   layout->addLayout(buttonRow({}, {done}));
+  layout->addStretch();
 
   connect(box_, &QCheckBox::toggled, this, [this](bool isChecked) { controller_.setAutolaunched(isChecked); });
   connect(done, &QPushButton::clicked, this, [this] { controller_.onDoneClick(); });

@@ -45,6 +45,7 @@ CredentialsView::CredentialsView(InputCredentialsViewController& controller)
   layout->addWidget(save_);
   layout->addSpacing(metrics::kMargin);
   layout->addLayout(buttonRow({}, {cancel_, next_}));
+  layout->addStretch();
   clickOnEscape(*this, *cancel_);
 
   connect(userName_, &QLineEdit::textEdited, this,

@@ -37,6 +37,7 @@ InputUrlView::InputUrlView(InputUrlViewController& controller)
   layout->addWidget(error_);
   layout->addSpacing(metrics::kMargin);
   layout->addLayout(buttonRow({}, {cancel_, next_}));
+  layout->addStretch();
   clickOnEscape(*this, *cancel_);
 
   connect(address_, &QLineEdit::textEdited, this,

@@ -34,6 +34,7 @@ ProgressView::ProgressView(ProgressAnimationViewController& controller)
   layout->addWidget(description_);
   layout->addSpacing(metrics::kSpacing);
   layout->addWidget(cancel_, 0, Qt::AlignHCenter);
+  layout->addStretch();
   clickOnEscape(*this, *cancel_);
 
   connect(cancel_, &QPushButton::clicked, this, [this] { controller_.onCancelClick(); });

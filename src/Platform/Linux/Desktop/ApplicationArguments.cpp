@@ -8,6 +8,7 @@ namespace orvane {
 namespace {
 
 constexpr std::string_view kLinkSchemes[] = {"orvane", "helperorvane"};
+constexpr std::string_view kAddressOption = "--address=";
 constexpr std::string_view kFileScheme = "file";
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
@@ -30,6 +31,7 @@ constexpr char kHelp[] =
     "\n"
     "  LINK           opens a link \"orvane:...\"\n"
     "  FILE           opens a launch file (*.ovl)\n"
+    "  --address=TEXT stands in the field for the address of a first connection\n"
     "  --preferences  shows the preferences\n"
     "  --about        shows what this program is\n"
     "  --quit         ends the running program\n"
@@ -103,6 +105,10 @@ std::string takeOption(std::string_view option, ApplicationArguments& arguments)
   const auto* const row = std::ranges::find(kOptions, option, &OptionRow::name);
   if (row != std::end(kOptions)) {
     arguments.*row->flag = true;
+    return {};
+  }
+  if (option.starts_with(kAddressOption)) {
+    arguments.addressToConnect = option.substr(kAddressOption.size());
     return {};
   }
   if (!option.starts_with("--") || !isApplicationAction(option.substr(2))) {

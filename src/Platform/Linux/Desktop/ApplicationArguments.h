@@ -17,6 +17,8 @@ struct ApplicationArguments {
   /// Links "orvane:…" and "helperorvane:…" as they were given, and launch files as absolute "file:///…" addresses, in
   /// the order of the arguments.
   std::vector<std::string> addresses{};
+  /// Of "--address=TEXT": what the user may connect to first; of use to a first start alone.
+  std::string addressToConnect{};
   std::string action{};       ///< one of kApplicationActions, by "--preferences" and so on; empty: none
   bool isService = false;     ///< "--service": started by the session bus, which tells by a request what for
   bool isBackground = false;  ///< "--background": started at the log-in, not by the user
