@@ -10,6 +10,16 @@ if(ORVANE_WARNINGS_AS_ERRORS)
   add_compile_options(-Werror)
 endif()
 
+# What is installed is hardened as Debian's own packages are.
+include(CheckPIESupported)
+check_pie_supported()
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  add_compile_options(-fstack-protector-strong)
+  add_compile_definitions(_FORTIFY_SOURCE=2)
+  add_link_options(-Wl,-z,relro -Wl,-z,now)
+endif()
+
 if(ORVANE_SANITIZERS)
   add_compile_options(-fsanitize=${ORVANE_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${ORVANE_SANITIZERS})
