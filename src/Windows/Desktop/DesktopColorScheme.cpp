@@ -30,8 +30,7 @@ ColorScheme schemeOfPalette() {
 DesktopColorScheme::DesktopColorScheme(Change onChange) : onChange_(std::move(onChange)), scheme_(schemeOfPalette()) {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
-  bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
-              SLOT(settingChanged(QString, QString, QDBusVariant)));
+  bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this, SLOT(settingChanged(QDBusMessage)));
   QDBusMessage read = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
   read << kNameSpace << kKey;
   auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(read), this);
@@ -42,13 +41,16 @@ DesktopColorScheme::DesktopColorScheme(Change onChange) : onChange_(std::move(on
   });
 }
 
-void DesktopColorScheme::settingChanged(const QString& nameSpace, const QString& key, const QDBusVariant& value) {
-  if (nameSpace == kNameSpace && key == kKey) take(value.variant());
+void DesktopColorScheme::settingChanged(const QDBusMessage& message) {
+  const QVariantList arguments = message.arguments();
+  if (message.signature() != QLatin1String("ssv") || arguments[0] != kNameSpace || arguments[1] != kKey) return;
+  take(arguments[2]);
 }
 
 // Portals wrap what Read gives once more.
 void DesktopColorScheme::take(const QVariant& value) {
-  const QVariant inner = value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant() : value;
+  QVariant inner = value;
+  while (inner.metaType() == QMetaType::fromType<QDBusVariant>()) inner = inner.value<QDBusVariant>().variant();
   if (!inner.canConvert<uint>()) return;
   scheme_ = inner.toUInt() == kPrefersDark ? ColorScheme::kDark : ColorScheme::kLight;
   onChange_(scheme_);

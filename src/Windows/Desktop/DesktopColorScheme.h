@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 #include <functional>
 
@@ -24,7 +24,7 @@ class DesktopColorScheme : public QObject {
   ColorScheme scheme() const { return scheme_; }
 
  private slots:
-  void settingChanged(const QString& nameSpace, const QString& key, const QDBusVariant& value);
+  void settingChanged(const QDBusMessage& message);
 
  private:
   void take(const QVariant& value);

@@ -37,7 +37,9 @@ void StatusMenu::fill(QMenu& menu, const Items& items) {
     if (item.submenu.empty()) {
       QAction* action = menu.addAction(title);
       action->setEnabled(item.isEnabled);
-      connect(action, &QAction::triggered, this, [this, item] { onClick_(item); });
+      // Behind the menu's own handling of it: what a click does may take the menu away.
+      connect(
+          action, &QAction::triggered, this, [this, item] { onClick_(item); }, Qt::QueuedConnection);
       continue;
     }
     QMenu* submenu = menu.addMenu(title);

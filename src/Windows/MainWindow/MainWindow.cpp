@@ -44,12 +44,14 @@ MainWindow::MainWindow(MainWindowController& controller, std::function<void()> q
       messages_(new MessageBar(this)) {
   setObjectName(QStringLiteral("mainWindow"));
   setMinimumSize(kSmallestSize);
-  auto* layout = new QVBoxLayout(this);
+  auto* content = new QWidget;
+  auto* layout = new QVBoxLayout(content);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   layout->addWidget(bar_);
   layout->addWidget(catalogue_, 1);
-  // Above the layout's widgets, in this order.
+  setCentralWidget(content);
+  // Above the content, in this order.
   cover_->raise();
   sidePanel_->raise();
   sheet_->raise();
@@ -153,9 +155,13 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   controller_.windowWillClose();
 }
 
-void MainWindow::resizeEvent(QResizeEvent*) { placeOverlays(); }
+void MainWindow::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  placeOverlays();
+}
 
-void MainWindow::showEvent(QShowEvent*) {
+void MainWindow::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
   limitSize();
   placeOverlays();
 }

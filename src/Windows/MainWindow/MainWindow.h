@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QWidget>
+#include <QMainWindow>
 #include <functional>
 
 #include "Controllers/MainWindowController.h"
@@ -17,7 +17,7 @@ class SheetOverlay;
 class SidePanelView;
 
 /// The main window. The controller outlives it, or ends with nothing drawn between.
-class MainWindow : public QWidget {
+class MainWindow : public QMainWindow {
  public:
   /// @param quit ends the program.
   MainWindow(MainWindowController& controller, std::function<void()> quit);

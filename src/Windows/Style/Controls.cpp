@@ -1,6 +1,7 @@
 #include "Windows/Style/Controls.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QFrame>
@@ -87,6 +88,10 @@ QScrollArea* scrolling(const char* objectName, QWidget* content) {
   area->setFrameShape(QFrame::NoFrame);
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area->setFocusPolicy(Qt::NoFocus);
+  // By whatever way a control got the focus: assistive technology and shortcuts don't go by the tab order.
+  QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
+    if (now != nullptr && area->widget()->isAncestorOf(now)) area->ensureWidgetVisible(now);
+  });
   return area;
 }
 

@@ -106,8 +106,7 @@ void activateOnX(XDesktop desktop, QWidget& window, const std::string& token) {
   }
   desktop.flush();
   show(window);
-  window
-      .activateWindow();  // one that isn't shown yet becomes active then; where there is no window manager, this helps
+  window.activateWindow();  // for a desktop without a window manager
   desktop.activate(id, time);
   if (!token.empty()) desktop.endStartup(id, token);
   desktop.flush();
@@ -116,7 +115,9 @@ void activateOnX(XDesktop desktop, QWidget& window, const std::string& token) {
 }  // namespace
 
 void activateWindow(QWidget& window, const std::string& token) {
-  if (auto* const x = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) {
+  auto* const x = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  // Platforms of the toolkit without a display may have the interface, but no connection.
+  if (x != nullptr && x->connection() != nullptr) {
     activateOnX(XDesktop(x->connection()), window, token);
     return;
   }
