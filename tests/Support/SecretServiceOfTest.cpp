@@ -16,13 +16,6 @@ namespace {
 constexpr char kService[] = "org.freedesktop.secrets";
 constexpr int kPatience = std::chrono::milliseconds(ChildProcess::kPatience).count();
 
-// The part of a session bus that a test needs: no service starts by itself.
-constexpr char kBusConfiguration[] = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><auth>EXTERNAL</auth>
-<policy context="default"><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/></policy></busconfig>
-)";
-
 void check(GError* error) {
   if (error == nullptr) return;
   const std::string text = error->message;
@@ -128,21 +121,9 @@ class SecretServiceOfTest::Connection {
   int swallowedCalls_ = 0;
 };
 
-SecretServiceOfTest::SecretServiceOfTest() {
-  const std::string configuration = folder_.file("bus.conf");
-  writeFile(configuration, kBusConfiguration);
+SecretServiceOfTest::SecretServiceOfTest() : connection_(std::make_unique<Connection>(bus_.address())) {
   std::filesystem::create_directory(folder_.path() / "run");
   std::filesystem::permissions(folder_.path() / "run", std::filesystem::perms::owner_all);
-  // The daemon ends when its bus does, and the bus when this process does, however it ends.
-  bus_ = std::make_unique<ChildProcess>(
-      "/usr/bin/setpriv",
-      std::vector<std::string>{"--pdeathsig", "KILL", "dbus-daemon", "--config-file=" + configuration, "--nofork",
-                               "--nopidfile", "--print-address", "--address=unix:path=" + folder_.file("bus")});
-  address_ = bus_->line();
-  if (address_.empty()) throw std::runtime_error("no bus: " + bus_->errors());
-  address_.pop_back();
-  setenv("DBUS_SESSION_BUS_ADDRESS", address_.c_str(), 1);
-  connection_ = std::make_unique<Connection>(address_);
 }
 
 SecretServiceOfTest::~SecretServiceOfTest() {
@@ -159,7 +140,7 @@ void SecretServiceOfTest::start(Prompter prompter, const std::string& password) 
                                    "XDG_DATA_HOME=" + folder,
                                    "XDG_CONFIG_HOME=" + folder,
                                    "XDG_RUNTIME_DIR=" + folder_.file("run"),
-                                   "DBUS_SESSION_BUS_ADDRESS=" + address_};
+                                   "DBUS_SESSION_BUS_ADDRESS=" + bus_.address()};
   if (prompter == Prompter::kSilent) {
     command.push_back("GNOME_KEYRING_TEST_PROMPTER=" + connection_->name());
   } else if (prompter == Prompter::kAnswering) {
@@ -185,8 +166,6 @@ void SecretServiceOfTest::lock() {
 }
 
 void SecretServiceOfTest::signalDaemon(int signal) { daemon_->send(signal); }
-
-void SecretServiceOfTest::killBus() { bus_->end(SIGKILL); }
 
 void SecretServiceOfTest::answerNextPrompt(const std::optional<std::string>& password,
                                            std::chrono::milliseconds delay) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Support/ChildProcess.h"
+#include "Support/SessionBusOfTest.h"
 #include "Support/TemporaryFolder.h"
 
 /// A session bus of a test's own, which this process and its children find, and the desktop's keyring daemon on it as
@@ -38,7 +39,7 @@ class SecretServiceOfTest {
   void lock();
   /// SIGKILL, or SIGSTOP for a daemon that hangs.
   void signalDaemon(int signal);
-  void killBus();
+  void killBus() { bus_.kill(); }
 
   /// The next prompt that has no answer yet is answered with this password after the delay, or dismissed if there is
   /// none.
@@ -54,8 +55,7 @@ class SecretServiceOfTest {
   void start(Prompter prompter, const std::string& password);
 
   TemporaryFolder folder_;
-  std::string address_;
-  std::unique_ptr<ChildProcess> bus_;
+  SessionBusOfTest bus_;
   std::unique_ptr<ChildProcess> daemon_;
   std::unique_ptr<Connection> connection_;
   bool hasAnsweringPrompter_ = false;

@@ -117,14 +117,9 @@ ApplicationService::Start negotiate(QDBusConnection& bus, std::list<Wish>& wishe
 // Requests that wait for the handler, or for the loop to hand them over.
 class ApplicationService::Queue : public QObject {
  public:
-  Queue() {
-    timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, &Queue::handOver);
-  }
-
   void add(ApplicationRequest request) {
     requests_.push_back(std::move(request));
-    if (handler_) timer_.start(0);
+    if (handler_) handOverSoon();
     if (waitingLoop_ != nullptr) waitingLoop_->quit();
   }
 
@@ -149,11 +144,13 @@ class ApplicationService::Queue : public QObject {
   }
 
  private:
+  void handOverSoon() { QMetaObject::invokeMethod(this, &Queue::handOver, Qt::QueuedConnection); }
+
   void handOver() {
     while (handler_ && !requests_.empty()) {
       const ApplicationRequest request = std::move(requests_.front());
       requests_.pop_front();
-      if (!requests_.empty()) timer_.start(0);  // the request may run a loop of its own, in which the others go on
+      if (!requests_.empty()) handOverSoon();  // the request may run a loop of its own, in which the others go on
       request(*std::shared_ptr(handler_));
     }
   }
@@ -161,7 +158,6 @@ class ApplicationService::Queue : public QObject {
   std::list<ApplicationRequest> requests_{};
   std::shared_ptr<const ApplicationRequests> handler_{};
   QEventLoop* waitingLoop_ = nullptr;
-  QTimer timer_;
 };
 
 ApplicationService::ApplicationService(QDBusConnection bus) : bus_(std::move(bus)), queue_(std::make_unique<Queue>()) {
