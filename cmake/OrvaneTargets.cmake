@@ -9,13 +9,18 @@ function(orvane_sdk_room)
   install(FILES ${room_PUBLIC_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orvane/${folder} COMPONENT dev)
 endfunction()
 
-# orvane_add_test(name SOURCES a.cpp ... [LINK library ...])
+# orvane_add_test(name [QT] SOURCES a.cpp ... [LINK library ...])
 # A GoogleTest program whose cases CTest runs one by one. LINK names the layer under test; nothing above it is reachable.
+# QT if that is made of Qt.
 function(orvane_add_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LINK")
+  cmake_parse_arguments(PARSE_ARGV 1 test "QT" "" "SOURCES;LINK")
   add_executable(${name} ${test_SOURCES})
   target_link_libraries(${name} PRIVATE ${test_LINK} orvane_test_support GTest::gmock GTest::gtest_main)
-  target_precompile_headers(${name} REUSE_FROM orvane_test_precompiled)
+  if(test_QT)
+    target_precompile_headers(${name} REUSE_FROM orvane_test_precompiled_qt)
+  else()
+    target_precompile_headers(${name} REUSE_FROM orvane_test_precompiled)
+  endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 600)
 endfunction()
 

@@ -65,7 +65,8 @@ bool isLink(std::string_view text) {
 
 std::string fileAddress(const std::string& path, const std::string& workingFolder) {
   std::string address = "file://";
-  for (const char character : path[0] == '/' ? path : workingFolder + "/" + path) {
+  const std::string folder = path[0] == '/' ? "" : workingFolder == "/" ? workingFolder : workingFolder + "/";
+  for (const char character : folder + path) {
     if (isLetter(character) || isDigit(character) ||
         std::string_view("/-._~").find(character) != std::string_view::npos) {
       address += character;

@@ -11,10 +11,15 @@
 namespace orvane {
 namespace {
 
-// The toolkit has rounded what it gives: never more than there is.
+// What the toolkit has divided by the screen's scale and rounded. Of the numbers that it may have been, screens have
+// the even ones.
+int inPixels(int length, qreal ratio) {
+  const qreal pixels = length * ratio;
+  return static_cast<int>(pixels == std::floor(pixels) ? pixels : 2 * std::nearbyint(pixels / 2));
+}
+
 Screens::Size inPixels(QSize size, const QScreen& screen) {
-  const qreal ratio = screen.devicePixelRatio();
-  return {static_cast<int>(std::floor(size.width() * ratio)), static_cast<int>(std::floor(size.height() * ratio))};
+  return {inPixels(size.width(), screen.devicePixelRatio()), inPixels(size.height(), screen.devicePixelRatio())};
 }
 
 }  // namespace

@@ -65,7 +65,9 @@ void NotificationServer::send(const Notification& notification) {
   QString summary = QString::fromStdString(notification.title), body = QString::fromStdString(notification.text);
   if (capabilities_->contains("body-markup")) body = withoutMarkup(body);
   if (!capabilities_->contains("body")) {
-    summary += (summary.isEmpty() || body.isEmpty() ? "" : ": ") + std::exchange(body, {});
+    if (!summary.isEmpty() && !body.isEmpty()) summary += ": ";
+    summary += body;
+    body.clear();
   }
   const QString name = QGuiApplication::applicationDisplayName();
   const QStringList actions = capabilities_->contains("actions") ? QStringList{kDefaultAction, name} : QStringList();
