@@ -46,6 +46,7 @@ TEST(DesktopScreens, TellsPixelsOfTheFirstScreenAndOfTheMainWindows) {
 TEST(DesktopClipboard, GivesTheBytesOfATypeThatItHolds) {
   const QtApplicationOfTest application;
   const orvane::DesktopClipboard clipboard;
+  QGuiApplication::clipboard()->clear();
   EXPECT_EQ(clipboard.bytes("text/uri-list"), std::nullopt);
   const std::string bytes("a\0\xFF\r\n", 5);
   auto* const content = new QMimeData;

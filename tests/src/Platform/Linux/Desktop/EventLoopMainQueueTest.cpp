@@ -19,7 +19,7 @@ class EventLoopMainQueueTest : public testing::TestWithParam<const char*> {
   std::shared_ptr<EventLoopMainQueue> queue_;
 };
 
-INSTANTIATE_TEST_SUITE_P(, EventLoopMainQueueTest, testing::Values("0", "1"));
+INSTANTIATE_TEST_SUITE_P(, EventLoopMainQueueTest, testing::Values("", "1"));
 
 TEST_P(EventLoopMainQueueTest, RunsInTheOrderOfEachPosterAndLetsGoOfEachWorkBeforeTheNext) {
   constexpr int kPosters = 4, kWorks = 500;
@@ -55,6 +55,18 @@ TEST_P(EventLoopMainQueueTest, EventsHaveTheirTurnBetweenTwoWorks) {
   }
   EXPECT_TRUE(application_->until([&] { return order.size() == 10; }));
   EXPECT_EQ(order, "wewewewewe");
+}
+
+TEST_P(EventLoopMainQueueTest, TimersHaveTheirTurnWhileWorkNeverEnds) {
+  int ticks = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] { ++ticks; });
+  timer.start(1);
+  const std::function<void()> work = [&] {
+    if (ticks < 3) queue_->post(work);
+  };
+  work();
+  EXPECT_TRUE(application_->until([&] { return ticks >= 3; }));
 }
 
 TEST_P(EventLoopMainQueueTest, GoesOnInALoopWithinAWork) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QEventLoop>
 #include <QTimer>
@@ -14,12 +15,17 @@ class QtApplicationOfTest {
  public:
   QtApplicationOfTest() : application_(makeApplication()) {}
 
-  /// Lets the loop run until the condition holds, which is asked after each of its passes. @return whether it did.
+  /// Lets a loop run until the condition holds, which is asked in each of its passes. @return whether it did.
   static bool until(const std::function<bool()>& condition) {
-    QTimer patience;
-    patience.setSingleShot(true);
-    patience.start(ChildProcess::kPatience);
-    while (!condition() && patience.isActive()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QEventLoop loop;
+    QTimer::singleShot(ChildProcess::kPatience, &loop, [&loop] { loop.quit(); });
+    const auto check = [&] {
+      if (condition()) loop.quit();
+    };
+    QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &loop, check);
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &loop, check);
+    if (!condition()) loop.exec();
     return condition();
   }
 
