@@ -84,14 +84,7 @@ void SheetOverlay::keepFocus(QWidget* wanted) {
 }
 
 bool SheetOverlay::focusNextPrevChild(bool next) {
-  QWidget* from = focusWidget() != nullptr ? focusWidget() : this;
-  for (QWidget* widget = next ? from->nextInFocusChain() : from->previousInFocusChain(); widget != from;
-       widget = next ? widget->nextInFocusChain() : widget->previousInFocusChain()) {
-    if (!isAncestorOf(widget) || !widget->isVisible() || !widget->isEnabled()) continue;
-    if (!(widget->focusPolicy() & Qt::TabFocus) || widget->focusProxy() != nullptr) continue;
-    widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-    return true;
-  }
+  moveFocusInside(*this, next);
   return true;
 }
 

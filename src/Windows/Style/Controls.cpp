@@ -176,6 +176,19 @@ bool clickCloseButton(QWidget& widget) {
   return true;
 }
 
+void moveFocusInside(QWidget& widget, bool next) {
+  const auto beside = [next](QWidget* control) {
+    return next ? control->nextInFocusChain() : control->previousInFocusChain();
+  };
+  QWidget* const from = widget.focusWidget() != nullptr ? widget.focusWidget() : &widget;
+  for (QWidget* control = beside(from); control != from; control = beside(control)) {
+    if (!widget.isAncestorOf(control) || !control->isVisible() || !control->isEnabled()) continue;
+    if (!(control->focusPolicy() & Qt::TabFocus) || control->focusProxy() != nullptr) continue;
+    control->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return;
+  }
+}
+
 void pressDialogKey(QWidget& widget, QKeyEvent& event) {
   event.ignore();
   if (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter) return;

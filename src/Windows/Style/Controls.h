@@ -58,6 +58,8 @@ void showError(QLabel& label, const std::optional<std::string>& text);
 void clickOnEscape(QWidget& widget, QPushButton& button);
 /// Clicks the button that clickOnEscape() names for the widget. @return whether there is one.
 bool clickCloseButton(QWidget& widget);
+/// Gives the focus to the next control of the widget, or the one before, around and around: for what covers all else.
+void moveFocusInside(QWidget& widget, bool next);
 /// What a key does in `widget` that nothing there has taken: Return clicks the button with the focus, else the default
 /// one. Any other key is ignored.
 void pressDialogKey(QWidget& widget, QKeyEvent& event);

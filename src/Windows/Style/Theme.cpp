@@ -111,6 +111,18 @@ QPushButton[role="icon"]:focus, QToolButton:focus { border: 1px solid @accent@; 
 QToolButton:disabled { color: @disabledText@; }
 QToolButton::menu-indicator { image: none; }
 
+QCheckBox, QRadioButton { spacing: 8px; min-height: 24px; }
+QCheckBox::indicator, QRadioButton::indicator { width: 16px; height: 16px; background: @surface@; border: 1px solid @secondaryText@; }
+QCheckBox::indicator { border-radius: 4px; }
+QRadioButton::indicator { border-radius: 9px; }
+QCheckBox::indicator:hover, QRadioButton::indicator:hover { border-color: @accent@; }
+QCheckBox::indicator:checked { background: @accent@; border-color: @accent@; image: url(:/symbols/check-@scheme@.svg); }
+QRadioButton::indicator:checked { width: 8px; height: 8px; border: 5px solid @accent@; }
+QCheckBox::indicator:focus, QRadioButton::indicator:focus { border: 2px solid @text@; width: 14px; height: 14px; }
+QRadioButton::indicator:checked:focus { border: 5px solid @text@; width: 8px; height: 8px; }
+QCheckBox::indicator:disabled, QRadioButton::indicator:disabled { background: @window@; border-color: @border@; }
+QCheckBox:disabled, QRadioButton:disabled { color: @disabledText@; }
+
 QLineEdit, QPlainTextEdit, QTextBrowser { background: @surface@; border: 1px solid @border@; border-radius: 6px; padding: 5px 8px; selection-background-color: @accent@; selection-color: @accentText@; }
 QLineEdit { min-height: 22px; }
 QLineEdit:focus, QPlainTextEdit:focus, QTextBrowser:focus { border: 2px solid @accent@; padding: 4px 7px; }
@@ -156,6 +168,7 @@ QString styleSheetOf(const Colors& colors) {
   };
   QString sheet = QString::fromLatin1(kStyleSheet);
   for (const auto& row : kNames) sheet.replace(QLatin1String(row.name), row.color.name());
+  sheet.replace(QLatin1String("@scheme@"), QLatin1String(currentScheme == ColorScheme::kDark ? "dark" : "light"));
   return sheet;
 }
 

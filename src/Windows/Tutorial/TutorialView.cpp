@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "Controllers/TutorialViewController.h"
@@ -75,6 +76,8 @@ TutorialView::TutorialView(TutorialViewController& controller)
   for (const int side : {0, 2}) around->setColumnStretch(side, 1), around->setRowStretch(side, 1);
   around->setColumnStretch(1, 1000);
   clickOnEscape(*this, *skip_);
+  turnPagesBy(Qt::Key_Left, -1);
+  turnPagesBy(Qt::Key_Right, 1);
 
   connect(pages_, &QButtonGroup::idClicked, this, [this](int page) { controller_.onPageSelected(page); });
   connect(showOnStart_, &QCheckBox::toggled, this,
@@ -96,13 +99,19 @@ void TutorialView::refresh() {
   next_->setText(page + 1 < TutorialViewController::kPageCount ? text("UI.Buttons.Next") : text("UI.Buttons.Done"));
 }
 
-void TutorialView::keyPressEvent(QKeyEvent* event) {
-  const int step = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
-  if (step != 0) {
-    controller_.onPageSelected(controller_.page() + step);
-  } else {
-    pressDialogKey(*this, *event);
-  }
+// Buttons would take these keys for themselves.
+void TutorialView::turnPagesBy(Qt::Key key, int step) {
+  auto* shortcut = new QShortcut(QKeySequence(key), this);
+  shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+  connect(shortcut, &QShortcut::activated, this,
+          [this, step] { controller_.onPageSelected(controller_.page() + step); });
 }
+
+bool TutorialView::focusNextPrevChild(bool next) {
+  moveFocusInside(*this, next);
+  return true;
+}
+
+void TutorialView::keyPressEvent(QKeyEvent* event) { pressDialogKey(*this, *event); }
 
 }  // namespace orvane

@@ -19,10 +19,12 @@ class TutorialView : public QWidget {
   explicit TutorialView(TutorialViewController& controller);
 
  protected:
+  bool focusNextPrevChild(bool next) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void refresh();
+  void turnPagesBy(Qt::Key key, int step);
 
   TutorialViewController& controller_;
   Picture* const picture_;
