@@ -1,0 +1,10 @@
+# CPack gives a package with a shared library scripts that call ldconfig. Debian does that by a trigger, which the package has.
+foreach(package IN LISTS CPACK_PACKAGE_FILES)
+  set(tree ${package}.tree)
+  execute_process(COMMAND dpkg-deb --raw-extract ${package} ${tree} COMMAND_ERROR_IS_FATAL ANY)
+  if(EXISTS ${tree}/DEBIAN/triggers)
+    file(REMOVE ${tree}/DEBIAN/postinst ${tree}/DEBIAN/postrm)
+    execute_process(COMMAND dpkg-deb --root-owner-group --build ${tree} ${package} OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+  endif()
+  file(REMOVE_RECURSE ${tree})
+endforeach()
