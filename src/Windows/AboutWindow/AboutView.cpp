@@ -38,6 +38,7 @@ QWidget* AboutView::makeAboutPage() {
   auto* layout = new QVBoxLayout(page);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(metrics::kSpacing);
+  layout->addStretch();
   layout->addWidget(new Picture(QStringLiteral(":/hicolor/scalable/apps/example.orvane.Connector.svg"), kMarkSize), 0,
                     Qt::AlignHCenter);
   QLabel* const kLabels[] = {makeLabel("aboutName", "title", text("ProductName.Orvane")),

@@ -1,6 +1,6 @@
 #include "Windows/ConnectionEditor/ConnectionInfoView.h"
 
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QLabel>
 
 #include "Controllers/ManagedConnectionInfoViewController.h"
@@ -13,10 +13,12 @@ namespace orvane {
 
 ConnectionInfoView::ConnectionInfoView(ManagedConnectionInfoViewController& managed,
                                        ManualConnectionInfoViewController& manual)
-    : managed_(managed), manual_(manual), lines_(new QFormLayout(this)) {
+    : managed_(managed), manual_(manual), lines_(new QGridLayout(this)) {
   lines_->setContentsMargins(0, 0, 0, 0);
-  lines_->setSpacing(metrics::kSpacing);
-  lines_->setRowWrapPolicy(QFormLayout::WrapLongRows);
+  lines_->setHorizontalSpacing(metrics::kMargin);
+  lines_->setVerticalSpacing(metrics::kSpacing / 2);
+  lines_->setColumnStretch(0, 2);
+  lines_->setColumnStretch(1, 3);
   managed_.setOnChange([this] {
     if (isVisible() && isManaged_) refresh(true);
   });
@@ -24,10 +26,12 @@ ConnectionInfoView::ConnectionInfoView(ManagedConnectionInfoViewController& mana
 
 void ConnectionInfoView::refresh(bool isManaged) {
   isManaged_ = isManaged;
-  while (lines_->rowCount() > 0) lines_->removeRow(0);
+  qDeleteAll(findChildren<QLabel*>());
+  int row = 0;
   for (const auto& [title, value] : isManaged ? managedLines() : manualLines()) {
     if (value.empty()) continue;
-    lines_->addRow(makeLabel("infoTitle", "secondary", title), makeLabel("infoText", nullptr, toQString(value)));
+    lines_->addWidget(makeLabel("infoTitle", "secondary", title), row, 0, Qt::AlignTop);
+    lines_->addWidget(makeLabel("infoText", nullptr, toQString(value)), row++, 1, Qt::AlignTop);
   }
 }
 

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QWidget>
+#include <string>
+#include <utility>
+#include <vector>
 
 class ManagedConnectionInfoViewController;
 class ManualConnectionInfoViewController;
-class QFormLayout;
+class QGridLayout;
 
 namespace orvane {
 
@@ -24,7 +27,7 @@ class ConnectionInfoView : public QWidget {
 
   ManagedConnectionInfoViewController& managed_;
   ManualConnectionInfoViewController& manual_;
-  QFormLayout* const lines_;
+  QGridLayout* const lines_;
   bool isManaged_ = false;
 };
 

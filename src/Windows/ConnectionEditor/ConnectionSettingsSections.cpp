@@ -28,6 +28,7 @@ QWidget* ConnectionSettingsView::makeHeader() {
   layout->setContentsMargins(metrics::kSpacing, metrics::kSpacing, metrics::kSpacing, metrics::kSpacing);
   layout->setSpacing(metrics::kSpacing);
   layout->addWidget(back_);
+  layout->addWidget(heading_, 1);
   layout->addWidget(title_, 1);
   layout->addWidget(undo_);
   return header;
@@ -65,6 +66,7 @@ void ConnectionSettingsView::addGeneral(QVBoxLayout& sections) {
   descriptionField_->setObjectName(QStringLiteral("descriptionField"));
   descriptionField_->setAccessibleName(text("View.Editor.Description"));
   descriptionField_->setTabChangesFocus(true);
+  descriptionField_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   descriptionField_->setFixedHeight(metrics::kRowHeight * 3);
   card->addLayout(buttonRow({addDescription_, editDescription_, info_}, {}));
   card->addWidget(infoText_);
@@ -86,6 +88,7 @@ void ConnectionSettingsView::addLocations(QVBoxLayout& sections) {
   locationsCard_ = card->parentWidget();
   locations_->setObjectName(QStringLiteral("locationList"));
   locations_->setAccessibleName(text("View.Editor.Locations"));
+  locations_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   locations_->setFixedHeight(metrics::kRowHeight * 3);
   card->addWidget(locations_);
   card->addLayout(buttonRow({addLocation_, removeLocation_, editLocation_}, {}));
@@ -152,8 +155,7 @@ QCheckBox* ConnectionSettingsView::makeBox(Setting setting, const char* objectNa
 
 QWidget* ConnectionSettingsView::makePopUp(ConnectionPopUp popUp, const char* objectName, const QString& title) {
   QComboBox*& made = popUps_[static_cast<size_t>(popUp)];
-  made = new QComboBox;
-  made->setObjectName(QLatin1String(objectName));
+  made = makePopUpButton(objectName);
   connect(made, &QComboBox::activated, this, [this, popUp](int item) {
     controller_.handlePopUpButtonDidChangeSelection(popUp, static_cast<size_t>(item));
   });

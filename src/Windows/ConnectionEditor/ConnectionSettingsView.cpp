@@ -25,6 +25,7 @@ using Setting = ConnectionSetting;
 ConnectionSettingsView::ConnectionSettingsView(Controller& controller)
     : controller_(controller),
       back_(makeIconButton("backButton", QStringLiteral("back"), text("UI.Buttons.Back"))),
+      heading_(makeLabel("connectionHeading", "title")),
       title_(makeField("connectionNameField", text("View.Editor.Name"))),
       undo_(makeIconButton("undoButton", QStringLiteral("undo"), text("View.Editor.Undo"))),
       info_(makeButton("infoButton", "link")),
@@ -36,7 +37,7 @@ ConnectionSettingsView::ConnectionSettingsView(Controller& controller)
       userName_(makeField("userNameField", text("View.Credentials.UserName"))),
       password_(makeSecretField("passwordField", text("View.Credentials.Password"))),
       domain_(makeField("domainField", text("View.Credentials.Domain"))),
-      preview_(makeLabel("credentialsPreview", "heading")),
+      preview_(makeLabel("credentialsPreview", nullptr)),
       clearCredentials_(makeButton("clearCredentialsButton", "link", text("View.Editor.ClearCredentials"))),
       locations_(new QListWidget),
       addLocation_(makeIconButton("addLocationButton", QStringLiteral("add"), text("View.Editor.AddLocation"))),
@@ -80,7 +81,11 @@ void ConnectionSettingsView::connectFields() {
   });
   const std::pair<QPushButton*, std::function<void()>> kClicks[] = {
       {back_, [this] { controller_.onBackButtonClick(); }},
-      {undo_, [this] { controller_.onUndoButtonClick(); }},
+      {undo_,
+       [this] {
+         password_->clear();
+         controller_.onUndoButtonClick();
+       }},
       {info_, [this] { controller_.onConfigInfoClick(); }},
       {addDescription_, [this] { controller_.editConnectionDescriptionClick(); }},
       {editDescription_, [this] { controller_.editConnectionDescriptionClick(); }},
@@ -96,8 +101,11 @@ void ConnectionSettingsView::connectFields() {
 }
 
 void ConnectionSettingsView::refresh() {
+  forgetTypedSecret();
+  display(*heading_, toQString(controller_.title()));
+  heading_->setVisible(!controller_.isTitleEditable());
   display(*title_, toQString(controller_.title()));
-  title_->setReadOnly(!controller_.isTitleEditable());
+  title_->setVisible(controller_.isTitleEditable());
   back_->setVisible(controller_.isBackButtonShown());
   undo_->setVisible(controller_.isUndoButtonShown());
   undo_->setEnabled(controller_.isUndoEnabled());
@@ -123,6 +131,14 @@ void ConnectionSettingsView::refresh() {
   refreshPopUps();
   refreshDescription();
   refreshLocations();
+}
+
+// What was typed for one farm, or before Undo, is no beginning of another password.
+void ConnectionSettingsView::forgetTypedSecret() {
+  const std::weak_ptr<OvFarm> original = controller_.originalFarm();
+  if (!original.owner_before(shownOriginal_) && !shownOriginal_.owner_before(original)) return;
+  shownOriginal_ = original;
+  password_->clear();
 }
 
 void ConnectionSettingsView::refreshLogIn() {

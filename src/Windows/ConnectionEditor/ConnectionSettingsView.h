@@ -2,6 +2,7 @@
 
 #include <QWidget>
 #include <array>
+#include <memory>
 #include <vector>
 
 #include "Controllers/ConnectionSettingsViewController.h"
@@ -40,6 +41,7 @@ class ConnectionSettingsView : public QWidget {
   void connectFields();
 
   void refresh();
+  void forgetTypedSecret();
   void refreshLogIn();
   void refreshPopUps();
   void refreshDescription();
@@ -49,8 +51,10 @@ class ConnectionSettingsView : public QWidget {
   std::array<QCheckBox*, kConnectionSettings> boxes_{};
   std::array<QComboBox*, kConnectionPopUps> popUps_{};
   std::vector<std::string> shownLocations_{};
+  std::weak_ptr<OvFarm> shownOriginal_{};
 
   QPushButton* const back_;
+  QLabel* const heading_;  // in place of title_ where that can't be edited
   QLineEdit* const title_;
   QPushButton* const undo_;
   QPushButton* const info_;

@@ -22,20 +22,30 @@ constexpr int kShownBrokers = 4;
 
 }  // namespace
 
+// A list whose open editor can be made to hand over its text, whatever has the focus.
+class EditLocationView::List : public QListWidget {
+ public:
+  void finishTyping() {
+    QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+    if (editor == nullptr) return;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+  }
+};
+
 EditLocationView::EditLocationView(EditLocationWindowController& controller)
     : controller_(controller),
       name_(makeField("locationNameField", text("View.EditLocation.Name"))),
       default_(makeCheckBox("defaultLocationBox", text("View.EditLocation.Default"))),
-      protocol_(new QComboBox),
+      protocol_(makePopUpButton("protocolPopUp")),
       port_(makeField("portField", text("View.EditLocation.Port"))),
       useSsl_(makeCheckBox("useSslBox", text("View.EditLocation.UseSsl"))),
       sslGateway_(makeField("sslGatewayField", text("View.EditLocation.SslGateway"))),
-      brokers_(new QListWidget),
+      brokers_(new List),
       addBroker_(makeIconButton("addBrokerButton", QStringLiteral("add"), text("View.EditLocation.AddBroker"))),
       removeBroker_(
           makeIconButton("removeBrokerButton", QStringLiteral("remove"), text("View.EditLocation.RemoveBroker"))) {
   setWindowTitle(text("View.EditLocation.Title"));
-  protocol_->setObjectName(QStringLiteral("protocolPopUp"));
   for (const std::string& title : EditLocationWindowController::protocolItems()) protocol_->addItem(toQString(title));
   QPushButton* cancel = makeButton("cancelButton", nullptr, text("UI.Buttons.Cancel"));
   QPushButton* done = makeButton("doneButton", "primary", text("UI.Buttons.Done"));
@@ -75,7 +85,7 @@ EditLocationView::EditLocationView(EditLocationWindowController& controller)
   controller_.setOnChange([this] { refresh(); });
   controller_.setOnFocus([this](EditLocationFocus focus) {
     if (focus == EditLocationFocus::kNone) {
-      finishTyping();
+      brokers_->finishTyping();
     } else if (brokers_->currentItem() != nullptr) {
       brokers_->setFocus(Qt::OtherFocusReason);
       brokers_->editItem(brokers_->currentItem());
@@ -92,32 +102,24 @@ QWidget* EditLocationView::makeBrokers() {
   brokers_->setMinimumHeight(metrics::kRowHeight * kShownBrokers);
   connect(brokers_, &QListWidget::currentRowChanged, this,
           [this](int row) { controller_.selectBroker(row < 0 ? std::nullopt : std::optional<size_t>(row)); });
-  connect(brokers_, &QListWidget::itemChanged, this,
-          [this](QListWidgetItem* item) { controller_.onBrokerEditFinish(item->text().toStdString()); });
+  connect(brokers_, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
+    controller_.onBrokerEditFinish(item->text().toStdString());
+    listBrokers();  // an empty text is none that is taken over
+  });
   using Controller = EditLocationWindowController;
   connect(addBroker_, &QPushButton::clicked, this, [this] {
-    finishTyping();
+    brokers_->finishTyping();
     controller_.onEditBrokerListClick(Controller::kAddBroker);
   });
   connect(removeBroker_, &QPushButton::clicked, this,
           [this] { controller_.onEditBrokerListClick(Controller::kRemoveBroker); });
-  auto* buttons = new QVBoxLayout;
-  buttons->addWidget(addBroker_);
-  buttons->addWidget(removeBroker_);
-  buttons->addStretch();
-  auto* row = new QWidget;
-  auto* layout = new QHBoxLayout(row);
+  auto* group = new QWidget;
+  auto* layout = new QVBoxLayout(group);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(metrics::kSpacing);
+  layout->setSpacing(metrics::kSpacing / 2);
   layout->addWidget(labelled(text("View.EditLocation.Brokers"), brokers_), 1);
-  layout->addLayout(buttons);
-  return row;
-}
-
-// Hands over the address that is being typed.
-void EditLocationView::finishTyping() {
-  if (QWidget* editor = brokers_->indexWidget(brokers_->currentIndex())) editor->clearFocus();
-  if (QWidget* focused = brokers_->focusWidget(); brokers_->isAncestorOf(focused)) brokers_->setFocus();
+  layout->addLayout(buttonRow({addBroker_, removeBroker_}, {}));
+  return group;
 }
 
 void EditLocationView::refresh() {
@@ -138,17 +140,15 @@ void EditLocationView::refresh() {
 void EditLocationView::listBrokers() {
   const QSignalBlocker blocker(brokers_);
   const std::vector<std::string>& wanted = controller_.brokers();
-  if (shownBrokers_ != wanted) {
-    shownBrokers_ = wanted;
-    while (brokers_->count() > static_cast<int>(wanted.size())) delete brokers_->takeItem(brokers_->count() - 1);
-    for (size_t row = 0; row < wanted.size(); ++row) {
-      if (static_cast<int>(row) == brokers_->count()) {
-        auto* item = new QListWidgetItem;
-        item->setFlags(item->flags() | Qt::ItemIsEditable);
-        brokers_->addItem(item);
-      }
-      brokers_->item(static_cast<int>(row))->setText(toQString(wanted[row]));
+  while (brokers_->count() > static_cast<int>(wanted.size())) delete brokers_->takeItem(brokers_->count() - 1);
+  for (size_t row = 0; row < wanted.size(); ++row) {
+    const int at = static_cast<int>(row);
+    if (at == brokers_->count()) {
+      auto* item = new QListWidgetItem;
+      item->setFlags(item->flags() | Qt::ItemIsEditable);
+      brokers_->addItem(item);
     }
+    if (brokers_->item(at)->text() != toQString(wanted[row])) brokers_->item(at)->setText(toQString(wanted[row]));
   }
   const std::optional<size_t> selected = controller_.selectedBroker();
   brokers_->setCurrentRow(selected ? static_cast<int>(*selected) : -1);

@@ -1,14 +1,11 @@
 #pragma once
 
 #include <QWidget>
-#include <string>
-#include <vector>
 
 class EditLocationWindowController;
 class QCheckBox;
 class QComboBox;
 class QLineEdit;
-class QListWidget;
 class QPushButton;
 
 namespace orvane {
@@ -19,20 +16,20 @@ class EditLocationView : public QWidget {
   explicit EditLocationView(EditLocationWindowController& controller);
 
  private:
+  class List;
+
   void refresh();
   void listBrokers();
-  void finishTyping();
   QWidget* makeBrokers();
 
   EditLocationWindowController& controller_;
-  std::vector<std::string> shownBrokers_{};
   QLineEdit* const name_;
   QCheckBox* const default_;
   QComboBox* const protocol_;
   QLineEdit* const port_;
   QCheckBox* const useSsl_;
   QLineEdit* const sslGateway_;
-  QListWidget* const brokers_;
+  List* const brokers_;
   QPushButton* const addBroker_;
   QPushButton* const removeBroker_;
 };

@@ -24,7 +24,9 @@ constexpr int kTallest = 480;
 }  // namespace
 
 SettingsView::SettingsView(SettingsWindowController& controller)
-    : controller_(controller), onResolutionChange_(new QComboBox), closing_(makeLabel("closingLabel", "secondary")) {
+    : controller_(controller),
+      onResolutionChange_(makePopUpButton("resolutionChangePopUp")),
+      closing_(makeLabel("closingLabel", "secondary")) {
   setWindowTitle(text("View.Menu.Settings"));
   QPushButton* cancel = makeButton("cancelButton", nullptr, text("UI.Buttons.Cancel"));
   QPushButton* done = makeButton("doneButton", "primary", text("UI.Buttons.Done"));
@@ -80,7 +82,6 @@ QWidget* SettingsView::makeGroups() {
               [this, box = box](bool isChecked) { controller_.setChecked(box, isChecked); });
     }
     if (std::get<Box>(group.boxes.front()) == Box::kAdaptiveGraphics) {
-      onResolutionChange_->setObjectName(QStringLiteral("resolutionChangePopUp"));
       onResolutionChange_->addItems({text("View.Settings.ResolutionChange.Ask"),
                                      text("View.Settings.ResolutionChange.Reconnect"),
                                      text("View.Settings.ResolutionChange.Nothing")});
@@ -88,6 +89,7 @@ QWidget* SettingsView::makeGroups() {
     }
     if (std::get<Box>(group.boxes.front()) == Box::kAskBeforeCloseSession) card->addWidget(closing_);
   }
+  layout->addStretch();
   connect(onResolutionChange_, &QComboBox::activated, this,
           [this](int index) { controller_.setActionOnResolutionChange(index); });
   return content;

@@ -4,15 +4,18 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QWheelEvent>
 #include <algorithm>
 
 #include "Windows/Style/Metrics.h"
@@ -29,6 +32,19 @@ void dress(QWidget& widget, const char* objectName, const char* role) {
   widget.setObjectName(QLatin1String(objectName));
   if (role != nullptr) widget.setProperty("role", role);
 }
+
+class PopUpButton : public QComboBox {
+ protected:
+  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+};
+
+class ScrollingColumn : public QScrollArea {
+ public:
+  QSize minimumSizeHint() const override {
+    const int width = widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width();
+    return {width, QScrollArea::minimumSizeHint().height()};
+  }
+};
 
 }  // namespace
 
@@ -79,8 +95,15 @@ QCheckBox* makeCheckBox(const char* objectName, const QString& text) {
   return box;
 }
 
+QComboBox* makePopUpButton(const char* objectName) {
+  auto* button = new PopUpButton;
+  dress(*button, objectName, nullptr);
+  button->setFocusPolicy(Qt::StrongFocus);
+  return button;
+}
+
 QScrollArea* scrolling(const char* objectName, QWidget* content) {
-  auto* area = new QScrollArea;
+  auto* area = new ScrollingColumn;
   dress(*area, objectName, nullptr);
   content->setProperty("role", "plain");
   area->setWidget(content);

@@ -7,6 +7,7 @@
 
 class QBoxLayout;
 class QCheckBox;
+class QComboBox;
 class QKeyEvent;
 class QLabel;
 class QLineEdit;
@@ -32,7 +33,10 @@ QLineEdit* makeField(const char* objectName, const QString& label);
 QLineEdit* makeSecretField(const char* objectName, const QString& label);
 
 QCheckBox* makeCheckBox(const char* objectName, const QString& text);
-/// An area without a frame that scrolls its content up and down, never sideways; takes the content over.
+/// A pop-up button. The mouse's wheel scrolls what it stands in, and chooses nothing.
+QComboBox* makePopUpButton(const char* objectName);
+/// An area without a frame that scrolls its content up and down, never sideways: it is as wide as the content needs to
+/// be. Takes the content over.
 QScrollArea* scrolling(const char* objectName, QWidget* content);
 /// A card with a heading, at the end of the layout. @return its own layout, whose things it owns.
 QVBoxLayout* addCard(QVBoxLayout& layout, const QString& heading);

@@ -96,7 +96,7 @@ QPushButton[role="primary"]:hover { background: @accentRaised@; }
 QPushButton[role="primary"]:focus { border: 2px solid @text@; }
 QPushButton[role="primary"]:disabled { background: @raised@; border-color: @border@; color: @disabledText@; }
 QPushButton[role="danger"] { color: @error@; }
-QPushButton[role="link"] { background: transparent; border: 1px solid transparent; color: @accent@; padding: 4px 6px; text-align: left; }
+QPushButton[role="link"] { background: transparent; border: 1px solid transparent; color: @accent@; padding: 4px 2px; text-align: left; }
 QPushButton[role="link"]:hover { text-decoration: underline; }
 QPushButton[role="link"]:focus { border: 1px solid @accent@; }
 QPushButton[role="link"]:disabled { color: @disabledText@; }
@@ -127,8 +127,9 @@ QLineEdit, QPlainTextEdit, QTextBrowser { background: @surface@; border: 1px sol
 QLineEdit { min-height: 22px; }
 QLineEdit:focus, QPlainTextEdit:focus, QTextBrowser:focus { border: 2px solid @accent@; padding: 4px 7px; }
 QLineEdit:disabled { background: @window@; color: @disabledText@; }
+QComboBox { min-height: 30px; }
 QListView, QTreeView { background: @surface@; border: 1px solid @border@; border-radius: 6px; outline: none; }
-QListView::item, QTreeView::item { min-height: 28px; padding: 2px 6px; color: @text@; }
+QListView::item, QTreeView::item { min-height: 28px; padding: 2px 6px; background: transparent; color: @text@; }
 QListView::item:hover, QTreeView::item:hover { background: @raised@; }
 QListView::item:selected, QTreeView::item:selected { background: @selection@; color: @text@; }
 QListView[role="grid"] { background: transparent; border: none; }
