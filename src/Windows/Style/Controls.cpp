@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -35,6 +36,13 @@ void dress(QWidget& widget, const char* objectName, const char* role) {
 
 class PopUpButton : public QComboBox {
  protected:
+  void paintEvent(QPaintEvent* event) override {
+    QComboBox::paintEvent(event);
+    QPainter painter(this);
+    const QRect end(width() - metrics::kIcon - metrics::kSpacing / 2, 0, metrics::kIcon, height());
+    symbolIcon(QStringLiteral("chevron-down"))
+        .paint(&painter, end, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+  }
   void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 };
 

@@ -127,7 +127,12 @@ QLineEdit, QPlainTextEdit, QTextBrowser { background: @surface@; border: 1px sol
 QLineEdit { min-height: 22px; }
 QLineEdit:focus, QPlainTextEdit:focus, QTextBrowser:focus { border: 2px solid @accent@; padding: 4px 7px; }
 QLineEdit:disabled { background: @window@; color: @disabledText@; }
-QComboBox { min-height: 30px; }
+QComboBox { background: @surface@; border: 1px solid @border@; border-radius: 6px; padding: 5px 8px; min-height: 22px; }
+QComboBox:hover { background: @raised@; }
+QComboBox:focus { border: 2px solid @accent@; padding: 4px 7px; }
+QComboBox:disabled { background: @window@; color: @disabledText@; }
+QComboBox::drop-down { border: none; width: 24px; }
+QComboBox::down-arrow { image: none; }
 QListView, QTreeView { background: @surface@; border: 1px solid @border@; border-radius: 6px; outline: none; }
 QListView::item, QTreeView::item { min-height: 28px; padding: 2px 6px; background: transparent; color: @text@; }
 QListView::item:hover, QTreeView::item:hover { background: @raised@; }
