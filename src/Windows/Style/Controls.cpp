@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QBoxLayout>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
@@ -11,6 +12,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
@@ -215,6 +217,9 @@ void moveFocusInside(QWidget& widget, bool next) {
   for (QWidget* control = beside(from); control != from; control = beside(control)) {
     if (!widget.isAncestorOf(control) || !control->isVisible() || !control->isEnabled()) continue;
     if (!(control->focusPolicy() & Qt::TabFocus) || control->focusProxy() != nullptr) continue;
+    const auto* radio = qobject_cast<const QRadioButton*>(control);  // the arrows lead to the others of its group
+    if (radio != nullptr && !radio->isChecked() && radio->group() != nullptr && radio->group()->checkedButton())
+      continue;
     control->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return;
   }
