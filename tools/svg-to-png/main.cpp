@@ -1,11 +1,10 @@
 // Draws an SVG picture in the sizes in which desktops look for an application's icon.
 
-#include <cstdio>
-#include <cstdlib>
-
 #include <QImage>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <cstdio>
+#include <cstdlib>
 
 int main(int argc, char* argv[]) {
   if (argc < 4 || argc % 2 != 0) {
