@@ -2,63 +2,49 @@
 #include <QDBusPendingCall>
 #include <csignal>
 #include <future>
-#include <sstream>
 
 #include <sys/stat.h>
 
-#include "Platform/Linux/Desktop/ApplicationService.h"
 #include "QtApplicationOfTest.h"
+#include "RecordedRequests.h"
 #include "Support/SessionBusOfTest.h"
 
 namespace {
 
-using namespace std::chrono_literals;
 using orvane::ApplicationService;
 using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 using Start = ApplicationService::Start;
 using Words = std::vector<std::string>;
 
 class ApplicationServiceTest : public testing::Test {
  protected:
-  ApplicationServiceTest() {
-    unsetenv("XDG_ACTIVATION_TOKEN");
-    unsetenv("DESKTOP_STARTUP_ID");
-  }
   ~ApplicationServiceTest() override { QDBusConnection::disconnectFromBus("test"); }
 
   static std::unique_ptr<ChildProcess> instance(Words words, int requests = 1) {
     words.insert(words.begin(), std::to_string(requests));
     return std::make_unique<ChildProcess>(ORVANE_APPLICATION_INSTANCE, words);
   }
-  // What another start says, while this process is the instance.
-  std::string otherStart(const Words& words) {
+  // Another start, while this process is the instance. @return whether it says that it has handed its wishes over.
+  bool forwards(const Words& words) {
     const auto other = instance(words);
-    bool hasEnded = false;
-    std::thread waiting([&] {
-      other->end();
-      QMetaObject::invokeMethod(
-          qApp, [&] { hasEnded = true; }, Qt::QueuedConnection);
-    });
-    EXPECT_TRUE(application_.until([&] { return hasEnded; }));
+    std::atomic<bool> hasEnded = false;
+    std::thread waiting([&] { other->end(), hasEnded = true, QCoreApplication::eventDispatcher()->wakeUp(); });
+    EXPECT_TRUE(application_.until([&] { return hasEnded.load(); }));
     waiting.join();
-    return other->output();
+    return other->output() == "forwarded\n";
   }
   Start start(const Words& words, std::chrono::milliseconds patience = ChildProcess::kPatience) {
     return service_.start(orvane::sortArguments(words, "/"), "own", patience);
   }
   void setHandler() {
-    service_.setHandler({.activate = [this](const auto& token) { requests_.push_back("activate " + token); },
-                         .open =
-                             [this](const auto& addresses, const auto& token) {
-                               std::string request = "open";
-                               for (const std::string& address : addresses) request += " " + address;
-                               requests_.push_back(request + " " + token);
-                             },
-                         .action = [this](const auto& name,
-                                          const auto& token) { requests_.push_back("action " + name + " " + token); }});
+    service_.setHandler(recordedBy([this](const std::string& request) { requests_.push_back(request); }));
   }
-  Words takeRequests() { return std::exchange(requests_, {}); }
+  void call(const char* method, const QVariantList& values) {
+    QDBusMessage call = QDBusMessage::createMethodCall("example.orvane.Connector", "/example/orvane/Connector",
+                                                       "org.freedesktop.Application", method);
+    call.setArguments(values);
+    connection_.asyncCall(call);
+  }
 
   SessionBusOfTest bus_{};
   const QtApplicationOfTest application_{};
@@ -68,21 +54,20 @@ class ApplicationServiceTest : public testing::Test {
 };
 
 TEST_F(ApplicationServiceTest, TheFirstGetsAllRequestsInOrderAlsoThoseFromBeforeTheHandler) {
+  unsetenv("XDG_ACTIVATION_TOKEN");
+  setenv("DESKTOP_STARTUP_ID", "id", 1);
   ASSERT_EQ(start({"orvane:own", "--about"}), Start::kFirst);
-  EXPECT_EQ(otherStart({"orvane:1", "x.ovl", "helperorvane:2"}), "forwarded\n");
-  EXPECT_EQ(otherStart({"--background"}), "forwarded\n");
-  setenv("DESKTOP_STARTUP_ID", "id_TIME1", 1);
-  EXPECT_EQ(otherStart({}), "forwarded\n");
+  EXPECT_TRUE(forwards({"orvane:1", "x.ovl", "helperorvane:2"}));
+  EXPECT_TRUE(forwards({"--background"}));
   setenv("XDG_ACTIVATION_TOKEN", "token", 1);
-  EXPECT_EQ(otherStart({"--quit", "orvane:3"}), "forwarded\n");
+  EXPECT_TRUE(forwards({}));
+  EXPECT_TRUE(forwards({"--quit", "orvane:3"}));
   EXPECT_THAT(requests_, ElementsAre());
   setHandler();
-  EXPECT_THAT(takeRequests(),
-              ElementsAre("open orvane:own own", "action about own", "open orvane:1 file:///x.ovl helperorvane:2 ",
-                          "activate id_TIME1", "open orvane:3 token", "action quit token"));
-  EXPECT_EQ(otherStart({"orvane:4"}), "forwarded\n");
-  EXPECT_TRUE(application_.until([&] { return !requests_.empty(); }));
-  EXPECT_THAT(takeRequests(), ElementsAre("open orvane:4 token"));
+  EXPECT_THAT(requests_, ElementsAre("orvane:own own", "about own", "orvane:1 id", "file:///x.ovl id",
+                                     "helperorvane:2 id", "activate token", "orvane:3 token", "quit token"));
+  EXPECT_TRUE(forwards({"orvane:4"}));
+  EXPECT_TRUE(application_.until([&] { return requests_.back() == "orvane:4 token"; }));
 }
 
 TEST_F(ApplicationServiceTest, ARequestMayRunALoopInWhichTheNextIsHandedOver) {
@@ -96,18 +81,18 @@ TEST_F(ApplicationServiceTest, ARequestMayRunALoopInWhichTheNextIsHandedOver) {
 }
 
 TEST_F(ApplicationServiceTest, OfManyStartsAtOnceOneIsTheFirstAndGetsWhatAllWant) {
-  constexpr int kStarts = 8;
+  unsetenv("XDG_ACTIVATION_TOKEN");
+  unsetenv("DESKTOP_STARTUP_ID");
+  Words said, expected{"first"};
   std::vector<std::unique_ptr<ChildProcess>> starts;
-  for (int i = 0; i < kStarts; ++i) starts.push_back(instance({"orvane:" + std::to_string(i)}, kStarts));
-  Words said;
-  for (const auto& process : starts) {
-    EXPECT_EQ(process->end(), 0);
-    std::istringstream lines(process->output());
-    for (std::string line; std::getline(lines, line);) said.push_back(line);
+  for (const std::string link : {"orvane:1", "orvane:2", "orvane:3", "orvane:4", "orvane:5", "orvane:6"}) {
+    starts.push_back(instance({link}, 6));
+    expected.push_back(link + " ");
+    if (starts.size() > 1) expected.emplace_back("forwarded");
   }
-  Words expected(kStarts - 1, "forwarded");
-  expected.emplace_back("first");
-  for (int i = 0; i < kStarts; ++i) expected.push_back("orvane:" + std::to_string(i));
+  for (const auto& process : starts) {
+    for (std::string line; !(line = process->line()).empty();) said.push_back(line.substr(0, line.size() - 1));
+  }
   EXPECT_THAT(said, testing::UnorderedElementsAreArray(expected));
 }
 
@@ -115,24 +100,13 @@ TEST_F(ApplicationServiceTest, AnInstanceThatHangsIsToldOfAndOneThatDiesIsReplac
   const auto owner = instance({});
   ASSERT_EQ(owner->line(), "first\n");
   owner->send(SIGSTOP);
-  EXPECT_EQ(start({"orvane:1"}, 200ms), Start::kUnanswered);
-  setHandler();
-  EXPECT_THAT(takeRequests(), ElementsAre());
-  auto killing = std::async(std::launch::async, [&] { owner->end(SIGKILL); });
+  EXPECT_EQ(start({"orvane:1"}, std::chrono::milliseconds(200)), Start::kUnanswered);
+  const auto killing = std::async(std::launch::async, [&] { owner->end(SIGKILL); });
   EXPECT_EQ(start({"orvane:2"}), Start::kFirst);
-  killing.get();
-  EXPECT_TRUE(application_.until([&] { return !requests_.empty(); }));
-  EXPECT_THAT(takeRequests(), ElementsAre("open orvane:2 own"));
-}
-
-TEST_F(ApplicationServiceTest, OneThatHasStoppedIsReplaced) {
-  ASSERT_EQ(start({}), Start::kFirst);
   setHandler();
+  EXPECT_THAT(requests_, ElementsAre("orvane:2 own"));
   service_.stop();
-  const auto next = instance({"orvane:1"});
-  EXPECT_EQ(next->end(), 0);
-  EXPECT_EQ(next->output(), "first\norvane:1\n");
-  EXPECT_THAT(requests_, ElementsAre());
+  EXPECT_EQ(instance({"orvane:3"})->line(), "first\n") << "after one that has stopped";
 }
 
 TEST_F(ApplicationServiceTest, StartedByTheBusItHasTheRequestThatItWasStartedFor) {
@@ -141,50 +115,29 @@ TEST_F(ApplicationServiceTest, StartedByTheBusItHasTheRequestThatItWasStartedFor
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   bus_.addService("example.orvane.Connector",
                   "/bin/sh -c \"exec " ORVANE_APPLICATION_INSTANCE " 2 --service > " + pipe + "\"");
-  for (const char* method : {"ActivateAction", "Activate"}) {
-    QDBusMessage call = QDBusMessage::createMethodCall("example.orvane.Connector", "/example/orvane/Connector",
-                                                       "org.freedesktop.Application", method);
-    const QVariantMap platformData{{"activation-token", "token"}};
-    call.setArguments(method == std::string("Activate") ? QVariantList{platformData}
-                                                        : QVariantList{"about", QVariantList{}, platformData});
-    connection_.asyncCall(call);
-  }
-  EXPECT_EQ(contentOf(pipe), "first\naction about\nactivate token\n");
+  call("ActivateAction", {"about", QVariantList{}, QVariantMap{{"desktop-startup-id", "token"}}});
+  call("Activate", {QVariantMap{}});
+  EXPECT_EQ(contentOf(pipe), "first\nabout token\nactivate \n");
 }
 
 TEST_F(ApplicationServiceTest, TakesNothingForeignFromTheBus) {
   ASSERT_EQ(start({}), Start::kFirst);
   setHandler();
   const QVariantMap none, longToken{{"activation-token", QString(2000, 'x')}}, noText{{"activation-token", none}};
-  const std::pair<const char*, QVariantList> calls[] = {
-      {"Open", {QStringList{"http://a", "file://b/c", "", "--quit"}, none}},
-      {"ActivateAction", {"reboot", QVariantList{}, none}},
-      {"ActivateAction", {"", QVariantList{1, "x"}, none}},
-      {"Open", {QStringList{"smb://a", "orvane:1"}, longToken}},
-      {"Activate", {noText}},
-  };
-  const QDBusConnection other = QDBusConnection::connectToBus(QString::fromStdString(bus_.address()), "other");
-  for (const auto& [method, values] : calls) {
-    QDBusMessage call = QDBusMessage::createMethodCall("example.orvane.Connector", "/example/orvane/Connector",
-                                                       "org.freedesktop.Application", method);
-    call.setArguments(values);
-    other.asyncCall(call);
-  }
+  call("Open", {QStringList{"http://a", "file://b/c", "", "--quit"}, none});
+  call("ActivateAction", {"reboot", QVariantList{1, "x"}, none});
+  call("Open", {QStringList{"smb://a", "orvane:1"}, longToken});
+  call("Activate", {noText});
   EXPECT_TRUE(application_.until([&] { return requests_.size() == 2; }));
-  EXPECT_THAT(takeRequests(), ElementsAre("open orvane:1 ", "activate "));
-  QDBusConnection::disconnectFromBus("other");
+  EXPECT_THAT(requests_, ElementsAre("orvane:1 ", "activate "));
 }
 
 TEST_F(ApplicationServiceTest, WithoutABusItIsAloneWithItsOwnArguments) {
-  const auto alone = [&] {
-    setHandler();
-    return takeRequests();
-  };
-  ApplicationService service(QDBusConnection("none"));
-  EXPECT_EQ(service.start(orvane::sortArguments(Words{"orvane:1"}, "/")), Start::kAlone);
+  EXPECT_EQ(ApplicationService(QDBusConnection("none")).start({}), Start::kAlone);
   bus_.kill();
   EXPECT_EQ(start({"orvane:2"}), Start::kAlone);
-  EXPECT_THAT(alone(), ElementsAre("open orvane:2 own"));
+  setHandler();
+  EXPECT_THAT(requests_, ElementsAre("orvane:2 own"));
 }
 
 }  // namespace

@@ -1,13 +1,11 @@
 #include <QClipboard>
 #include <QMimeData>
 #include <QScreen>
-#include <QTest>
 #include <QWindow>
 #include <future>
 
 #include "Platform/Linux/Desktop/DesktopClipboard.h"
 #include "Platform/Linux/Desktop/DesktopScreens.h"
-#include "Platform/Linux/Desktop/KeyboardModifiers.h"
 #include "QtApplicationOfTest.h"
 #include "Support/TemporaryFolder.h"
 
@@ -56,20 +54,6 @@ TEST(DesktopClipboard, GivesTheBytesOfATypeThatItHolds) {
   EXPECT_EQ(clipboard.bytes("application/x-test"), bytes);
   EXPECT_EQ(clipboard.bytes("text/uri-list"), "");
   EXPECT_EQ(clipboard.bytes("text/plain"), std::nullopt);
-}
-
-TEST(KeyboardModifiers, TellsShiftAndControl) {
-  using orvane::ModifierKeys;
-  const QtApplicationOfTest application;
-  QWindow window;
-  for (const auto& [keys, held] :
-       {std::pair<Qt::KeyboardModifiers, uint32_t>{Qt::ShiftModifier, ModifierKeys::kShift},
-        {Qt::ControlModifier | Qt::AltModifier, ModifierKeys::kControl},
-        {Qt::ShiftModifier | Qt::ControlModifier, ModifierKeys::kShift | ModifierKeys::kControl},
-        {Qt::NoModifier, 0}}) {
-    QTest::keyPress(&window, Qt::Key_F1, keys);
-    EXPECT_EQ(orvane::KeyboardModifiers().held(), held);
-  }
 }
 
 }  // namespace
