@@ -73,7 +73,7 @@ struct Program::Parts {
     mainWindow.emplace(controller(), [this] { windows->terminate(); });
     windows->attach(*mainWindow, [this](AuxiliaryWindow window) { return makeSurface(window, *delegate); });
     statusArea->attach([this] { return delegate->mainWindowController() ? controller().diMode() : nullptr; });
-    screens->setMainWindow(mainWindow->windowHandle());
+    screens->setMainWindow(&*mainWindow);
     // By the loop's first work: the start is no wait of somebody who uses the program.
     if (options.measuresMainLoop) mainQueue->post([this] { watch.emplace(mainQueue); });
   }

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QStyle>
+#include <QWidget>
 #include <QWindow>
 #include <cmath>
 #include <mutex>
@@ -37,10 +38,8 @@ class DesktopScreens::Watch : public QObject {
     update();
   }
 
-  void setMainWindow(QWindow* window) {
-    if (mainWindow_) mainWindow_->disconnect(this);
+  void setMainWindow(QWidget* window) {
     mainWindow_ = window;
-    if (window != nullptr) connect(window, &QWindow::screenChanged, this, &Watch::update);
     update();
   }
 
@@ -64,6 +63,9 @@ class DesktopScreens::Watch : public QObject {
   void update() {
     const QScreen* const first = QGuiApplication::primaryScreen();
     const QScreen* const main = mainWindow_ && mainWindow_->screen() != nullptr ? mainWindow_->screen() : first;
+    // The widget gets its window when it is shown, and maybe another one later.
+    QWindow* const handle = mainWindow_ ? mainWindow_->windowHandle() : nullptr;
+    if (handle != nullptr) connect(handle, &QWindow::screenChanged, this, &Watch::update, Qt::UniqueConnection);
     const Size content = first == nullptr ? Size() : inPixels(first->availableSize().shrunkBy(frame()), *first);
     const Size area = main == nullptr ? Size() : inPixels(main->availableSize(), *main);
     const std::lock_guard lock(mutex_);
@@ -73,11 +75,12 @@ class DesktopScreens::Watch : public QObject {
 
   // Of a titled window, as far as it is known.
   QMargins frame() const {
-    const QMargins known = mainWindow_ ? mainWindow_->frameMargins() : QMargins();
+    const QWindow* const handle = mainWindow_ ? mainWindow_->windowHandle() : nullptr;
+    const QMargins known = handle != nullptr ? handle->frameMargins() : QMargins();
     return known.isNull() ? QMargins(0, QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight), 0, 0) : known;
   }
 
-  QPointer<QWindow> mainWindow_{};
+  QPointer<QWidget> mainWindow_{};
   mutable std::mutex mutex_;
   Size largestWindowContent_{};
   Size visibleArea_{};
@@ -87,7 +90,7 @@ DesktopScreens::DesktopScreens() : watch_(std::make_unique<Watch>()) {}
 
 DesktopScreens::~DesktopScreens() = default;
 
-void DesktopScreens::setMainWindow(QWindow* window) { watch_->setMainWindow(window); }
+void DesktopScreens::setMainWindow(QWidget* window) { watch_->setMainWindow(window); }
 
 Screens::Size DesktopScreens::largestWindowContent() const { return watch_->largestWindowContent(); }
 

@@ -4,7 +4,7 @@
 
 #include "Platform/Screens.h"
 
-class QWindow;
+class QWidget;
 
 namespace orvane {
 
@@ -19,7 +19,7 @@ class DesktopScreens final : public Screens {
 
   /// The window whose screen visibleArea() tells of, and whose title bar largestWindowContent() leaves room for. Not
   /// owned, and may go at any time. Null or none: the first screen. Main thread only.
-  void setMainWindow(QWindow* window);
+  void setMainWindow(QWidget* window);
 
   Size largestWindowContent() const override;
   Size visibleArea() const override;

@@ -1,7 +1,7 @@
 #include <QClipboard>
 #include <QMimeData>
 #include <QScreen>
-#include <QWindow>
+#include <QWidget>
 #include <future>
 
 #include "Platform/Linux/Desktop/DesktopClipboard.h"
@@ -29,11 +29,12 @@ TEST(DesktopScreens, TellsPixelsOfTheFirstScreenAndOfTheMainWindows) {
     EXPECT_EQ(area(), std::pair(1366, 768)) << scale;
     EXPECT_EQ(screens.largestWindowContent().width, 1366) << scale;
     EXPECT_LT(screens.largestWindowContent().height, 768) << scale;
-    QWindow window;
+    QWidget window;
+    window.winId();
     window.setScreen(QGuiApplication::screens().at(1));
     screens.setMainWindow(&window);
     EXPECT_EQ(area(), std::pair(1920, 1080)) << scale;
-    EXPECT_EQ(screens.largestWindowContent().width, 1366) << scale;
+    EXPECT_LT(screens.largestWindowContent().width, 1366) << "without a frame, " << scale;
     window.setScreen(QGuiApplication::screens().at(0));
     EXPECT_EQ(area(), std::pair(1366, 768)) << scale;
   }
