@@ -121,6 +121,8 @@ void Program::openAddress(const std::string& address, const std::string& activat
     parts_->delegate->applicationOpenFile(*path);
   } else {
     parts_->delegate->handleGetURLEvent(address);
+    // Here nobody brings a program to the front because it got a link.
+    parts_->windows->activateIgnoringOtherApps();
   }
 }
 

@@ -175,8 +175,9 @@ class Desktop:
     def start_broker(self, farm=None):
         """The address of a demo broker."""
         options = ["--farm", farm] if farm else []
-        log = self.folder / "broker.log"
-        self.run_beside("broker", self.build / "tools/demo-broker/demo-broker", "--http", "--quiet", *options)
+        name = f"broker-{pathlib.Path(farm).stem}" if farm else "broker"
+        log = self.folder / f"{name}.log"
+        self.run_beside(name, self.build / "tools/demo-broker/demo-broker", "--http", "--quiet", *options)
         port = eventually(lambda: re.search(r"port: (\d+)\n", log.read_text()), "a demo broker")[1]
         return f"http://127.0.0.1:{port}"
 

@@ -79,8 +79,12 @@ void CatalogueGrid::keyPressEvent(QKeyEvent* event) {
     if (onTyping_) onTyping_(typed);
     return;
   }
+  // Keys that the toolkit knows besides, such as Page Down and Home.
   QListView::keyPressEvent(event);
-  refresh();  // keys that the toolkit knows besides, such as Page Down, only scroll
+  const QModelIndex reached = currentIndex();
+  if (reached.isValid() && static_cast<size_t>(reached.row()) != controller_.selectionIndex())
+    controller_.handleAppTableItemViewClick(static_cast<size_t>(reached.row()), 1);
+  refresh();
 }
 
 void CatalogueGrid::mouseReleaseEvent(QMouseEvent* event) {

@@ -21,10 +21,8 @@ constexpr int kPadding = 8;
 constexpr int kRadius = 8;
 
 QPixmap pixmapOf(const std::shared_ptr<const IconImage>& icon, qreal devicePixelRatio) {
-  // Keyed by the picture's address and held with it: while the pixmap is cached its picture may go, and another come to
-  // lie there, so the size and the first bytes take part.
-  const QString key = QStringLiteral("icon/%1/%2x%3/%4/%5")
-                          .arg(reinterpret_cast<quintptr>(icon.get()), 0, 16)
+  // By what is in it: many applications share a picture, each with a copy of its own.
+  const QString key = QStringLiteral("icon/%1x%2/%3/%4")
                           .arg(icon->width)
                           .arg(icon->height)
                           .arg(qHashBits(icon->rgba.data(), icon->rgba.size()), 0, 16)
@@ -34,12 +32,9 @@ QPixmap pixmapOf(const std::shared_ptr<const IconImage>& icon, qreal devicePixel
   const QImage image(icon->rgba.data(), static_cast<int>(icon->width), static_cast<int>(icon->height),
                      static_cast<qsizetype>(icon->width) * 4, QImage::Format_RGBA8888);
   const int side = qRound(metrics::kTileIcon * devicePixelRatio);
-  // A small picture grows by whole pixels, as far as it can: enlarged smoothly it would only blur.
-  const int factor = std::max(1, side / std::max({image.width(), image.height(), 1}));
-  const bool isSmall = image.width() <= side && image.height() <= side;
-  pixmap = QPixmap::fromImage(
-      isSmall ? image.scaled(image.size() * std::min(factor, 2), Qt::KeepAspectRatio, Qt::SmoothTransformation)
-              : image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+  // A small picture is doubled at most: enlarged further it would only blur.
+  const QSize largest = QSize(side, side).boundedTo(image.size() * 2);
+  pixmap = QPixmap::fromImage(image.scaled(largest, Qt::KeepAspectRatio, Qt::SmoothTransformation));
   QPixmapCache::insert(key, pixmap);
   return pixmap;
 }
@@ -52,9 +47,9 @@ void drawName(QPainter& painter, const QRect& area, const QString& name) {
   layout.beginLayout();
   const int height = painter.fontMetrics().lineSpacing();
   for (int line = 0; line < kNameLines; ++line) {
-    const QTextLine laidOut = layout.createLine();
+    QTextLine laidOut = layout.createLine();
     if (!laidOut.isValid()) break;
-    QTextLine(laidOut).setLineWidth(area.width());
+    laidOut.setLineWidth(area.width());
     const QRect place(area.left(), area.top() + line * height, area.width(), height);
     const QString rest = name.mid(laidOut.textStart(), line + 1 == kNameLines ? -1 : laidOut.textLength());
     painter.drawText(place, Qt::AlignHCenter | Qt::AlignTop | Qt::TextSingleLine,

@@ -123,10 +123,12 @@ void MainWindow::refreshWelcome() {
   catalogue_->setVisible(!fillsWindow);
   if (welcome_ == nullptr) return;
   if (fillsWindow) {
+    const bool comes = !welcome_->isVisible();
     welcome_->setGeometry(rect());
     welcome_->raise();
     sheet_->raise();
     welcome_->show();
+    if (comes) welcome_->setFocus(Qt::OtherFocusReason);  // a link may begin with any page
   } else if (welcome_->parentWidget() == this) {
     welcome_->hide();
   }

@@ -40,8 +40,7 @@ SheetOverlay::SheetOverlay(QWidget* window)
 
 void SheetOverlay::attach(QWidget* content, bool isPatient) {
   if (content_ != nullptr) detach(content_);
-  QWidget* focused = window()->focusWidget();
-  if (!isVisible()) focusBehind_ = focused;
+  if (!isVisible()) focusBehind_ = window()->focusWidget();
   content_ = content;
   setAccessibleName(content->windowTitle());
   cardLayout_->addWidget(content);

@@ -46,6 +46,7 @@ InputUrlView::InputUrlView(InputUrlViewController& controller)
   connect(cancel_, &QPushButton::clicked, this, [this] { controller_.onCancelClick(); });
   controller_.setOnChange([this] { refresh(); });
   controller_.setOnFocus([this](InputUrlFocus) {
+    if (isHidden()) return;  // another page shows, and has the focus
     address_->setFocus(Qt::OtherFocusReason);
     address_->selectAll();
   });

@@ -62,6 +62,7 @@ void WelcomeView::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), col
 
 void WelcomeView::refresh() {
   QWidget* page = pages_.at(controller_.currentStageView());
+  setFocusProxy(page);
   if (stack_->currentWidget() == page) return;
   stack_->setCurrentWidget(page);
   if (isVisible()) page->setFocus(Qt::OtherFocusReason);
