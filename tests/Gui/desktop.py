@@ -266,6 +266,9 @@ class Desktop:
             time.sleep(0.05)
             after = thing.get_extents(self.atspi.CoordType.SCREEN)
             same = (before.x, before.y, before.width, before.height) == (after.x, after.y, after.width, after.height)
+            # The toolkit tells places without its scale.
+            for side in ("x", "y", "width", "height"):
+                setattr(after, side, round(getattr(after, side) * float(self.scale)))
             return after if same and after.width > 0 else None
 
         return eventually(settled, "a place that stays")

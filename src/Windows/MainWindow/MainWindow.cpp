@@ -170,7 +170,10 @@ void MainWindow::showEvent(QShowEvent* event) {
 
 void MainWindow::limitSize() {
   const Screens::Size limit = controller_.windowWillResize({QWIDGETSIZE_MAX, QWIDGETSIZE_MAX});
-  if (limit.width > 0 && limit.height > 0) setMaximumSize(QSize(limit.width, limit.height).expandedTo(kSmallestSize));
+  if (limit.width <= 0 || limit.height <= 0) return;
+  // The controller counts the screen's pixels.
+  const QSize largest = (QSizeF(limit.width, limit.height) / devicePixelRatioF()).toSize();
+  setMaximumSize(largest.expandedTo(kSmallestSize));
 }
 
 void MainWindow::placeOverlays() {

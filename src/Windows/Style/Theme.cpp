@@ -111,7 +111,7 @@ QPushButton[role="icon"]:focus, QToolButton:focus { border: 1px solid @accent@; 
 QToolButton:disabled { color: @disabledText@; }
 QToolButton::menu-indicator { image: none; }
 
-QCheckBox, QRadioButton { spacing: 8px; min-height: 24px; }
+QCheckBox, QRadioButton { spacing: 8px; min-height: 24px; outline: none; }
 QCheckBox::indicator, QRadioButton::indicator { width: 16px; height: 16px; background: @surface@; border: 1px solid @secondaryText@; }
 QCheckBox::indicator { border-radius: 4px; }
 QRadioButton::indicator { border-radius: 9px; }
