@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "Controllers/ConnectionsListViewController.h"
@@ -14,6 +15,12 @@
 #include "Windows/Style/Text.h"
 
 namespace orvane {
+
+namespace {
+
+constexpr int kRowsAtOnce = 20;
+
+}  // namespace
 
 struct ConnectionsListView::Row {
   QWidget* row;
@@ -66,8 +73,10 @@ void ConnectionsListView::refresh() {
     shown_.back().row->deleteLater();
     shown_.pop_back();
   }
-  while (shown_.size() < rows.size()) makeRow();
-  for (size_t index = 0; index < rows.size(); ++index) {
+  // Hundreds at once would hold up the sliding of the panel.
+  for (int made = 0; shown_.size() < rows.size() && made < kRowsAtOnce; ++made) makeRow();
+  if (shown_.size() < rows.size()) QTimer::singleShot(0, this, [this] { refresh(); });
+  for (size_t index = 0; index < shown_.size(); ++index) {
     const Row& row = shown_[index];
     const QString title = toQString(rows[index].title());
     const bool isConnected = rows[index].isConnected();
